@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <QVariant>
+
+namespace Orbita {
+
+/// The program's stored preferences: a dictionary of property-list values.
+///
+/// Every read sees what is stored now, every write is stored at once.
+class UserDefaults : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    /// The value under \a key; an invalid QVariant when absent. Types are those of PropertyList.
+    [[nodiscard]] virtual QVariant value(const QString &key) const = 0;
+    /// Stores \a value, which must be representable in a property list; an invalid one removes the key.
+    virtual void setValue(const QString &key, const QVariant &value) = 0;
+    /// Makes sure that everything set so far has reached the disk. False when it could not be written.
+    virtual bool synchronize() = 0;
+
+    /// The number under \a key where an integer, a whole or broken real (truncated), a boolean or a numeric string
+    /// is stored; 0 otherwise.
+    [[nodiscard]] qint64 integer(const QString &key) const;
+    /// True for true, for a number other than 0 and for the strings "YES", "true" and "1"; false otherwise.
+    [[nodiscard]] bool boolean(const QString &key) const;
+    [[nodiscard]] bool contains(const QString &key) const { return value(key).isValid(); }
+
+Q_SIGNALS:
+    /// Another program changed the values of \a keys. Not emitted for our own writes.
+    void changedExternally(const QStringList &keys);
+};
+
+} // namespace Orbita

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+
+#include <QVariantMap>
+
+namespace Orbita {
+
+/// Keeps preferences in memory.
+class MemoryUserDefaults final : public UserDefaults {
+    Q_OBJECT
+public:
+    using UserDefaults::UserDefaults;
+
+    [[nodiscard]] QVariant value(const QString &key) const override { return m_values.value(key); }
+    void setValue(const QString &key, const QVariant &value) override
+    {
+        if (value.isValid())
+            m_values.insert(key, value);
+        else
+            m_values.remove(key);
+    }
+    bool synchronize() override { return synchronizes; }
+
+    /// As if another program had written \a value under \a key.
+    void changeExternally(const QString &key, const QVariant &value)
+    {
+        setValue(key, value);
+        Q_EMIT changedExternally({key});
+    }
+
+    bool synchronizes = true; ///< what synchronize() answers
+
+private:
+    QVariantMap m_values;
+};
+
+} // namespace Orbita

@@ -18,14 +18,14 @@ enum class ActivationPolicy {
 /// One application that runs: a record per application, not per window or process.
 /// Two records are equal when they stand for the same run of the same application.
 struct RunningApplication {
-    quint64 serial = 0;        ///< unique per record for the lifetime of the service, never 0
-    QString bundlePath;        ///< the ".desktop" file, AppImage or ".app" folder; empty when none was found
-    QString executablePath;    ///< what its (oldest) process runs; empty when unknown
-    QString bundleIdentifier;  ///< the desktop file id without ".desktop", else the window class; may be empty
-    QString localizedName;     ///< never empty
+    quint64 serial = 0;           ///< unique per record for the lifetime of the service, never 0
+    QString bundlePath;           ///< the ".desktop" file, AppImage or ".app" folder; empty when none was found
+    QString executablePath;       ///< what its (oldest) process runs; empty when unknown
+    QString bundleIdentifier;     ///< the desktop file id without ".desktop", else the window class; may be empty
+    QString localizedName;        ///< never empty
     qint64 processIdentifier = 0; ///< the (oldest) process; 0 when unknown
     ActivationPolicy activationPolicy = ActivationPolicy::Accessory;
-    Image icon;                ///< null when none is known
+    Image icon; ///< null when none is known
 
     friend bool operator==(const RunningApplication &a, const RunningApplication &b) { return a.serial == b.serial; }
 };

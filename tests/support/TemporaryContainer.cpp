@@ -6,8 +6,8 @@
 
 namespace Orbita {
 
-TemporaryContainer::TemporaryContainer() :
-    m_directories{m_folder.filePath(QStringLiteral("config")), m_folder.filePath(QStringLiteral("data"))}
+TemporaryContainer::TemporaryContainer()
+    : m_directories{m_folder.filePath(QStringLiteral("config")), m_folder.filePath(QStringLiteral("data"))}
 {
     QDir().mkpath(m_directories.configuration);
     QDir().mkpath(m_directories.container);

@@ -16,7 +16,10 @@ public:
     [[nodiscard]] const Directories &directories() const { return m_directories; }
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
     [[nodiscard]] QString itemFile() const { return m_directories.container + QStringLiteral("/menuItems.plist"); }
-    [[nodiscard]] QString defaultsFile() const { return m_directories.configuration + QStringLiteral("/defaults.plist"); }
+    [[nodiscard]] QString defaultsFile() const
+    {
+        return m_directories.configuration + QStringLiteral("/defaults.plist");
+    }
 
     /// Writes \a content to a file called \a name, its folders made as needed, and returns the path.
     QString write(const QString &name, const QByteArray &content) const;

@@ -22,8 +22,8 @@ public:
     void terminate(const RunningApplication &application);
     void bringToFront(const RunningApplication &application);
 
-    std::vector<quint64> activated;  ///< serials that activate() was asked for, in order
-    bool canActivate = true;         ///< what activate() answers for an application that runs
+    std::vector<quint64> activated; ///< serials that activate() was asked for, in order
+    bool canActivate = true;        ///< what activate() answers for an application that runs
 
 private:
     std::vector<RunningApplication> m_records;

@@ -30,8 +30,8 @@ public:
     std::vector<Screen> plantedScreens{{QRectF(0, 0, 1280, 800), 1.0}};
     QPointF pointer{640, 400};
     bool buttonsUp = true;
-    QRectF lastFrame;   ///< the frame of the last place()
-    int presented = 0;  ///< how often present() was asked
+    QRectF lastFrame;  ///< the frame of the last place()
+    int presented = 0; ///< how often present() was asked
     QRegion inputRegion;
 
 private:

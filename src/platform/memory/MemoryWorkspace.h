@@ -29,8 +29,8 @@ public:
     QHash<QString, Image> icons;              ///< path -> icon; other paths get the bundled "Default"
     std::optional<Error> nextError;           ///< what the next action answers, once
 
-    QStringList actions;            ///< "launch PATH", "open FILE with APPLICATION", ... in order
-    mutable int iconRequests = 0;   ///< how often icon() was asked
+    QStringList actions;          ///< "launch PATH", "open FILE with APPLICATION", ... in order
+    mutable int iconRequests = 0; ///< how often icon() was asked
 
 private:
     Result<void, Error> perform(const QString &action);

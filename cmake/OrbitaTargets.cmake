@@ -25,7 +25,7 @@ endfunction()
 # orbita_add_test(NAME LINK <targets>): every source of the current folder as one GoogleTest program,
 # each of its cases a test of its own.
 function(orbita_add_test name)
-    cmake_parse_arguments(ARG "" "TIMEOUT" "LINK;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "" "TIMEOUT" "LINK" ${ARGN})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 300)
     endif()
@@ -33,5 +33,5 @@ function(orbita_add_test name)
     add_executable(test-${name} ${sources})
     target_link_libraries(test-${name} PRIVATE ${ARG_LINK} Orbita::support GTest::gmock orbita_options)
     gtest_discover_tests(test-${name} TEST_PREFIX "${name}: " DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${ARG_ENVIRONMENT}" LABELS "${name}")
+        PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${name}")
 endfunction()

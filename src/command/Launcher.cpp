@@ -1,0 +1,64 @@
+#include "command/Launcher.h"
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace Orbita {
+
+namespace {
+
+/// The desktop program lies beside this one in a build folder, and in a folder of its own when installed.
+std::filesystem::path desktopProgram()
+{
+    constexpr const char *name = "orbita-desktop";
+    std::error_code error;
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    const auto beside = folder / name;
+    return std::filesystem::exists(beside, error) ? beside : folder / ORBITA_LIBEXEC_FROM_BIN / name;
+}
+
+/// Waits for the one byte that says that the program is ready. False when it ended without.
+bool waitUntilReady(int readEnd)
+{
+    char byte = 0;
+    return TEMP_FAILURE_RETRY(read(readEnd, &byte, 1)) == 1;
+}
+
+} // namespace
+
+void becomeDesktopProgram(const char *argument)
+{
+    const std::string path = desktopProgram().string();
+    execl(path.c_str(), "orbita", *argument ? argument : nullptr, nullptr);
+}
+
+bool startDesktopProgram(const char *argument)
+{
+    std::array<int, 2> ready{};
+    if (pipe2(ready.data(), O_CLOEXEC) != 0)
+        return false;
+    const pid_t child = fork();
+    if (child < 0)
+        return false;
+    if (child == 0) {
+        setsid();
+        fcntl(ready[1], F_SETFD, 0);
+        setenv("ORBITA_READY_FD", std::to_string(ready[1]).c_str(), 1);
+        becomeDesktopProgram(argument);
+        _exit(127);
+    }
+    close(ready[1]);
+    const bool isReady = waitUntilReady(ready[0]);
+    close(ready[0]);
+    if (!isReady)
+        waitpid(child, nullptr, 0);
+    return isReady;
+}
+
+} // namespace Orbita

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace Orbita {
+
+/// Replaces this process by the desktop program. Returns only when it could not be started.
+void becomeDesktopProgram(const char *argument);
+
+/// Starts the desktop program apart from this terminal and waits until it is ready. False when it ended before; it has
+/// then said why.
+[[nodiscard]] bool startDesktopProgram(const char *argument);
+
+} // namespace Orbita

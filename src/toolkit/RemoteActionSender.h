@@ -1,0 +1,24 @@
+#pragma once
+
+#include "toolkit/VXRemoteAction.h"
+
+namespace Orbita {
+
+/// Sends actions to the companion program.
+class RemoteActionSender {
+public:
+    virtual ~RemoteActionSender() = default;
+
+    /// Whether the companion is installed. Ask before sendAction(); it need not run yet.
+    [[nodiscard]] virtual bool isRecipientReachable() const = 0;
+    virtual void sendAction(const VXRemoteAction &action) = 0;
+};
+
+/// The companion of an installation that has none: never reachable, and what is sent all the same is logged.
+class UnreachableRecipient final : public RemoteActionSender {
+public:
+    [[nodiscard]] bool isRecipientReachable() const override { return false; }
+    void sendAction(const VXRemoteAction &action) override;
+};
+
+} // namespace Orbita

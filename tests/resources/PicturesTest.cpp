@@ -1,0 +1,67 @@
+#include "support/RowName.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+namespace {
+
+struct Row {
+    const char *name;
+};
+
+QImage rendered(const char *name, int side)
+{
+    QSvgRenderer renderer(QStringLiteral(":/images/%1.svg").arg(QLatin1StringView(name)));
+    QImage picture(side, side, QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    if (renderer.isValid()) {
+        QPainter painter(&picture);
+        renderer.render(&painter);
+    }
+    return picture;
+}
+
+/// The share of near-white pixels in the middle of \a picture, where its glyph stands.
+double glyphShare(const QImage &picture)
+{
+    int light = 0;
+    for (int y = 80; y < 240; ++y) {
+        for (int x = 80; x < 240; ++x)
+            light += picture.pixelColor(x, y).lightness() > 225 ? 1 : 0;
+    }
+    return light / (160.0 * 160.0);
+}
+
+class EntryPicture : public testing::TestWithParam<Row> {};
+
+TEST_P(EntryPicture, isATileWithAMarginAndAGlyph)
+{
+    const QImage picture = rendered(GetParam().name, 320);
+    EXPECT_EQ(picture.pixelColor(160, 15).alpha(), 0) << "the margin is clear";
+    EXPECT_EQ(picture.pixelColor(160, 30).alpha(), 255) << "the tile is opaque";
+    EXPECT_EQ(picture.pixelColor(160, 290).alpha(), 255) << "the tile is opaque down to its foot";
+    EXPECT_GT(glyphShare(picture), 0.2) << "the glyph is light";
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, EntryPicture,
+                         testing::Values(Row{"Finder"}, Row{"Launchpad"}, Row{"App Store"}, Row{"iTunes"},
+                                         Row{"Safari"}, Row{"Mail"}, Row{"Bookmark"}, Row{"Script"}, Row{"Default"}),
+                         rowName<Row>);
+
+TEST(TrayGlyph, isBlackOnNothing)
+{
+    const QImage glyph = rendered("small", 16);
+    EXPECT_EQ(glyph.pixelColor(8, 8), QColor(Qt::black));
+    for (int y = 0; y < glyph.height(); ++y) {
+        for (int x = 0; x < glyph.width(); ++x)
+            EXPECT_EQ(glyph.pixelColor(x, y).lightness(), 0) << x << ", " << y;
+    }
+    EXPECT_EQ(glyph.pixelColor(0, 0).alpha(), 0);
+}
+
+} // namespace
+} // namespace Orbita

@@ -1,0 +1,87 @@
+#include "platform/AtomicFile.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <fcntl.h>
+#include <functional>
+#include <unistd.h>
+
+namespace Orbita {
+
+namespace {
+
+/// What \a path leads to once its symbolic links are followed, whether or not something is there.
+QString resolved(QString path)
+{
+    constexpr int maximumLinks = 40; // as many as the kernel follows
+    for (int i = 0; i < maximumLinks; ++i) {
+        const QString target = QFileInfo(path).symLinkTarget();
+        if (target.isEmpty())
+            return path;
+        path = target;
+    }
+    return {};
+}
+
+/// Makes a renaming in the folder at \a path last, on file systems that can say so.
+void flushFolder(const QString &path)
+{
+    const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    ::fsync(folder);
+    ::close(folder);
+}
+
+/// The first name beside \a path for which \a put succeeds; empty when it fails though the name is free.
+QString putAside(const QString &path, const std::function<bool(const QString &)> &put)
+{
+    if (!QFileInfo(path).isFile())
+        return {};
+    const QString time = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-hhmmss"));
+    const QString base = path + QStringLiteral(".damaged-") + time;
+    for (int counter = 1;; ++counter) {
+        const QString name = counter == 1 ? base : base + u'-' + QString::number(counter);
+        const QFileInfo taken(name);
+        if (taken.exists() || taken.isSymLink())
+            continue;
+        return put(name) ? name : QString();
+    }
+}
+
+} // namespace
+
+bool writeFileAtomically(const QString &path, const QByteArray &content)
+{
+    const QString target = resolved(path);
+    const bool isNew = !QFileInfo::exists(target);
+    QSaveFile file(target);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return false;
+    if (isNew)
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    // Committing flushes too, but does not tell when that failed.
+    if (file.write(content) != content.size() || ::fsync(file.handle()) != 0) {
+        file.cancelWriting();
+        return false;
+    }
+    if (!file.commit())
+        return false;
+    flushFolder(QFileInfo(target).path());
+    return true;
+}
+
+QString setAsideDamagedFile(const QString &path)
+{
+    return putAside(path, [&path](const QString &name) { return QFile::rename(path, name); });
+}
+
+QString copyAsideDamagedFile(const QString &path)
+{
+    return putAside(path, [&path](const QString &name) { return QFile::copy(path, name); });
+}
+
+} // namespace Orbita

@@ -1,0 +1,108 @@
+#include "platform/Bookmark.h"
+
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <climits>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <optional>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+namespace Orbita::Bookmark {
+
+namespace {
+
+constexpr quint32 magic = 0x4f724231; // "OrB1"
+
+/// What stays the same when a file is renamed or written to.
+struct Identity {
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 birth = 0; ///< nanoseconds since 1970, 0 where the file system does not keep it
+    friend bool operator==(const Identity &, const Identity &) = default;
+};
+
+struct Content {
+    Identity identity;
+    QByteArray path; ///< absolute, in the encoding of file names
+};
+
+std::optional<Identity> identityAt(int folder, const char *name)
+{
+    struct statx status = {};
+    if (::statx(folder, name, AT_SYMLINK_NOFOLLOW, STATX_INO | STATX_BTIME, &status) != 0)
+        return {};
+    Identity identity{makedev(status.stx_dev_major, status.stx_dev_minor), status.stx_ino, 0};
+    if (status.stx_mask & STATX_BTIME)
+        identity.birth = qint64(status.stx_btime.tv_sec) * 1'000'000'000 + status.stx_btime.tv_nsec;
+    return identity;
+}
+
+std::optional<Content> parse(const QByteArray &bookmark)
+{
+    constexpr qsizetype maximumSize = PATH_MAX + 64;
+    if (bookmark.size() > maximumSize)
+        return {};
+    QDataStream stream(bookmark);
+    stream.setVersion(QDataStream::Qt_6_4);
+    quint32 start = 0;
+    Content content;
+    stream >> start >> content.identity.device >> content.identity.inode >> content.identity.birth >> content.path;
+    if (stream.status() != QDataStream::Ok || !stream.atEnd() || start != magic || !content.path.startsWith('/')
+        || content.path.contains('\0'))
+        return {};
+    return content;
+}
+
+/// The path of the file in the folder at \a folderPath that is \a wanted; empty when there is none.
+QByteArray findInFolder(const QByteArray &folderPath, const Identity &wanted)
+{
+    const auto close = [](DIR *folder) { ::closedir(folder); };
+    const std::unique_ptr<DIR, decltype(close)> folder(::opendir(folderPath.constData()), close);
+    if (!folder)
+        return {};
+    while (const dirent *entry = ::readdir(folder.get())) {
+        // The listing tells the inode, so that only a likely entry costs a look at the file itself.
+        if (entry->d_ino == wanted.inode && identityAt(::dirfd(folder.get()), entry->d_name) == wanted)
+            return folderPath + (folderPath.endsWith('/') ? "" : "/") + entry->d_name;
+    }
+    return {};
+}
+
+} // namespace
+
+Result<QByteArray, Error> create(const QString &path)
+{
+    const QByteArray absolute = QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    const std::optional<Identity> identity = identityAt(AT_FDCWD, absolute.constData());
+    if (path.isEmpty() || !identity || !QFileInfo::exists(path))
+        return Failure(Error::Missing);
+    QByteArray bookmark;
+    QDataStream stream(&bookmark, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_6_4);
+    stream << magic << identity->device << identity->inode << identity->birth << absolute;
+    return bookmark;
+}
+
+Result<Resolved, Error> resolve(const QByteArray &bookmark)
+{
+    const std::optional<Content> content = parse(bookmark);
+    if (!content)
+        return Failure(Error::Malformed);
+    if (QFileInfo::exists(QFile::decodeName(content->path))) {
+        const bool isSame = identityAt(AT_FDCWD, content->path.constData()) == content->identity;
+        return Resolved{QFile::decodeName(content->path), !isSame};
+    }
+    const QByteArray folder = content->path.first(qMax<qsizetype>(content->path.lastIndexOf('/'), 1));
+    const QString found = QFile::decodeName(findInFolder(folder, content->identity));
+    if (found.isEmpty() || !QFileInfo::exists(found))
+        return Failure(Error::Missing);
+    return Resolved{found, true};
+}
+
+} // namespace Orbita::Bookmark

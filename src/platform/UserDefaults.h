@@ -16,7 +16,8 @@ public:
 
     /// The value under \a key; an invalid QVariant when absent. Types are those of PropertyList.
     [[nodiscard]] virtual QVariant value(const QString &key) const = 0;
-    /// Stores \a value, which must be representable in a property list; an invalid one removes the key.
+    /// Stores \a value, which reads back as PropertyList::normalized() has it; an invalid one removes the key. A value
+    /// that no property list can hold is ignored.
     virtual void setValue(const QString &key, const QVariant &value) = 0;
     /// Makes sure that everything set so far has reached the disk. False when it could not be written.
     virtual bool synchronize() = 0;

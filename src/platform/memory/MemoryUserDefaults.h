@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/PropertyList.h"
 #include "platform/UserDefaults.h"
 
 #include <QVariantMap>
@@ -15,10 +16,11 @@ public:
     [[nodiscard]] QVariant value(const QString &key) const override { return m_values.value(key); }
     void setValue(const QString &key, const QVariant &value) override
     {
-        if (value.isValid())
-            m_values.insert(key, value);
-        else
-            m_values.remove(key);
+        const auto stored = PropertyList::normalized(value.isValid() ? QVariantMap{{key, value}} : QVariantMap());
+        if (!stored)
+            return; // not representable
+        m_values.remove(key);
+        m_values.insert(stored->toMap());
     }
     bool synchronize() override { return synchronizes; }
 

@@ -1,0 +1,115 @@
+#pragma once
+
+#include "settings/SettingValues.h"
+#include "settings/triggers/TriggerHandlers.h"
+
+#include <QColor>
+#include <QObject>
+#include <QStringList>
+
+namespace Orbita {
+
+class MouseUpEventTap;
+class UserDefaults;
+
+/// What asked for the ring.
+enum class ShowEvent { Shortcut, Trackpad };
+
+/// The user's preferences, and what watches for the triggers of the ring.
+///
+/// A getter reads the store afresh, and gives the default where the stored value is missing, of another type or out of
+/// range. A setter writes at once and then emits the signal of its setting, if it has one, whether or not the value is
+/// another. The signals are also emitted when another program has changed what a getter returns.
+class AppSettings : public QObject {
+    Q_OBJECT
+public:
+    /// \a defaults and \a mouseUpEventTap are borrowed.
+    AppSettings(UserDefaults &defaults, MouseUpEventTap &mouseUpEventTap, QObject *parent = nullptr);
+
+    /// Three-finger rest by default. Setting it starts the handlers anew.
+    [[nodiscard]] GestureTrigger gestureSettings() const;
+    void setGestureSettings(GestureTrigger trigger);
+
+    /// Whether items grow under the pointer; true by default.
+    [[nodiscard]] bool magnifySettings() const;
+    void setMagnifySettings(bool magnify);
+
+    /// White by default.
+    [[nodiscard]] QColor windowTintColor() const;
+    void setWindowTintColor(const QColor &color);
+
+    /// Normal by default. The first reading stores it: hidden where an earlier version was told to show no running
+    /// applications.
+    [[nodiscard]] RunningAppsStyle runningAppsStyle();
+    void setRunningAppsStyle(RunningAppsStyle style);
+
+    [[nodiscard]] MenuSize menuSizeSettings() const;
+    void setMenuSizeSettings(MenuSize size);
+
+    [[nodiscard]] MenuPosition menuPositionSettings() const;
+    void setMenuPositionSettings(MenuPosition position);
+
+    [[nodiscard]] SwiftMode swiftMode() const;
+    void setSwiftMode(SwiftMode mode);
+
+    [[nodiscard]] TitleDisplay titleDisplay() const;
+    void setTitleDisplay(TitleDisplay display);
+
+    /// Whether the ring holds the file manager; true by default.
+    [[nodiscard]] bool showFinder() const;
+    void setShowFinder(bool show);
+
+    /// False by default.
+    [[nodiscard]] bool launchAtLogin() const;
+    void setLaunchAtLogin(bool launch);
+
+    /// True once the first launch is over.
+    [[nodiscard]] bool launchedBefore() const;
+    void setLaunchedBefore(bool launched);
+
+    /// Paths of the applications that never appear among the running ones.
+    [[nodiscard]] QStringList blacklistedApplications() const;
+    /// Adds \a path unless it is in the list.
+    void addBlacklistedApplication(const QString &path);
+    void removeBlacklistedApplication(const QString &path);
+
+    /// Writes three-finger rest and magnification, and nothing else. Emits nothing and restarts nothing.
+    void reset();
+
+    void startHandlers() { m_handlers.start(); }
+    void stopHandlers() { m_handlers.stop(); }
+    void checkHandlers() { m_handlers.check(); }
+
+Q_SIGNALS:
+    void magnifySettingsChanged();
+    void windowTintSettingsChanged();
+    void runningAppsStyleChanged();
+    void menuSizeSettingsChanged();
+    void showFinderChanged();
+
+    /// A trigger fired.
+    void shouldShow(ShowEvent event);
+    /// The left mouse button was released somewhere.
+    void shouldHide();
+
+private:
+    /// The settings of which others are told when they change.
+    struct Announced {
+        GestureTrigger trigger = GestureTriggerThreeFingerRest;
+        bool magnify = true;
+        QColor tint;
+        RunningAppsStyle style = RunningAppsStyle::Normal;
+        MenuSize size = MenuSize::Small;
+        bool showFinder = true;
+    };
+
+    [[nodiscard]] Announced current() const;
+    [[nodiscard]] RunningAppsStyle effectiveRunningAppsStyle() const;
+    void announceChanges();
+
+    UserDefaults &m_defaults;
+    TriggerHandlers m_handlers;
+    Announced m_announced; ///< as of the last change
+};
+
+} // namespace Orbita

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Image.h"
+
+#include <QString>
+
+namespace Orbita {
+
+/// A folder of pictures that the user chose for items: one TIFF file "KEY.tif" per picture.
+class ImageStore {
+public:
+    /// Keeps its pictures in "ImageStore" inside \a libraryFolder, which is made with the first picture.
+    explicit ImageStore(const QString &libraryFolder);
+
+    /// Where the picture of \a key lies. Empty for an empty key and for one that is no plain file name.
+    [[nodiscard]] QString filePathForKey(const QString &key) const;
+    /// Writes \a image atomically, at most maximumSide pixels large. A failure leaves an older picture as it was.
+    void storeImage(const Image &image, const QString &key) const;
+    /// Null when there is no readable picture.
+    [[nodiscard]] Image imageForKey(const QString &key) const;
+    void removeImageForKey(const QString &key) const;
+
+    /// Twice the side that items are drawn with in points, for screens with two pixels per point.
+    static constexpr int maximumSide = 640;
+
+private:
+    QString m_folder;
+};
+
+} // namespace Orbita

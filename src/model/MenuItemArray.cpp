@@ -1,0 +1,155 @@
+#include "model/MenuItemArray.h"
+
+#include "model/CoreMenuItem.h"
+#include "model/Log.h"
+#include "platform/AtomicFile.h"
+#include "platform/PropertyList.h"
+#include "platform/UserDefaults.h"
+#include "settings/AppSettings.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace Orbita {
+
+namespace {
+
+const QString finderName = QStringLiteral("Finder");
+
+bool isFinder(const MenuItem &item)
+{
+    return dynamic_cast<const CoreMenuItem *>(&item) && item.name() == finderName;
+}
+
+} // namespace
+
+MenuItemArray::MenuItemArray(const QString &folder, UserDefaults &defaults, const AppSettings &settings,
+                             ItemServices &services)
+    : m_filePath(folder + QStringLiteral("/menuItems.plist")),
+      m_defaults(defaults),
+      m_settings(settings),
+      m_services(services)
+{
+    refresh();
+}
+
+const MenuItem::Pointer &MenuItemArray::objectAt(std::size_t index) const
+{
+    Q_ASSERT(index < m_items.size());
+    return m_items[index];
+}
+
+std::optional<std::size_t> MenuItemArray::indexOf(const MenuItem &item) const
+{
+    const auto found = std::ranges::find(m_items, &item, &MenuItem::Pointer::get);
+    return found != m_items.end() ? std::optional(std::size_t(found - m_items.begin())) : std::nullopt;
+}
+
+void MenuItemArray::insertObject(MenuItem::Pointer item, std::size_t index)
+{
+    Q_ASSERT(index <= m_items.size());
+    m_items.insert(m_items.begin() + std::ptrdiff_t(index), std::move(item));
+}
+
+void MenuItemArray::removeObjectAt(std::size_t index)
+{
+    Q_ASSERT(index < m_items.size());
+    m_items.erase(m_items.begin() + std::ptrdiff_t(index));
+}
+
+bool MenuItemArray::refresh()
+{
+    auto entries = readFile();
+    const bool isFileMissing = !entries;
+    if (isFileMissing)
+        entries = readLegacyDefaults();
+    const bool allMade = !entries || load(*entries);
+    m_fileHoldsUnmadeEntries = !isFileMissing && !allMade;
+    if (m_items.empty())
+        addDefaultEntries();
+    if (isFileMissing)
+        persist();
+    return allMade;
+}
+
+std::optional<QVariantList> MenuItemArray::readFile()
+{
+    m_mayReplaceFile = true;
+    const auto root = PropertyList::read(m_filePath);
+    if (root && root->typeId() == QMetaType::QVariantList)
+        return root->toList();
+    if (!root && root.error() == PropertyList::ReadError::Missing)
+        return std::nullopt;
+    const QString aside = setAsideDamagedFile(m_filePath);
+    m_mayReplaceFile = !aside.isEmpty();
+    if (m_mayReplaceFile)
+        qCWarning(lcModel, "The item file is damaged; it was set aside as %s.", qUtf8Printable(aside));
+    else
+        qCWarning(lcModel, "The item file %s is damaged and could not be set aside; nothing will be saved.",
+                  qUtf8Printable(m_filePath));
+    return std::nullopt;
+}
+
+std::optional<QVariantList> MenuItemArray::readLegacyDefaults() const
+{
+    const QVariant stored = m_defaults.value(QStringLiteral("menuItems"));
+    return stored.typeId() == QMetaType::QVariantList ? std::optional(stored.toList()) : std::nullopt;
+}
+
+bool MenuItemArray::load(const QVariantList &entries)
+{
+    m_items.clear();
+    const bool showFinder = m_settings.showFinder();
+    bool allMade = true;
+    bool sawFinder = false;
+    for (const QVariant &entry : entries) {
+        auto item = MenuItem::fromDictionary(entry.toMap(), m_services);
+        if (!item) {
+            allMade = false;
+            continue;
+        }
+        const bool finder = isFinder(*item);
+        sawFinder = sawFinder || finder;
+        if (!finder || showFinder)
+            m_items.push_back(std::move(item));
+    }
+    if (!sawFinder && showFinder)
+        m_items.insert(m_items.begin(), std::make_shared<CoreMenuItem>(finderName, m_services));
+    return allMade;
+}
+
+void MenuItemArray::addDefaultEntries()
+{
+    for (const char *name : {"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail"})
+        m_items.push_back(std::make_shared<CoreMenuItem>(QString::fromLatin1(name), m_services));
+    if (!m_settings.showFinder())
+        m_items.erase(m_items.begin());
+}
+
+void MenuItemArray::persist()
+{
+    if (!m_mayReplaceFile)
+        return;
+    QVariantList entries;
+    for (const auto &item : m_items) {
+        if (auto dictionary = item->dictionaryRepresentation())
+            entries.append(*std::move(dictionary));
+    }
+    if (m_fileHoldsUnmadeEntries) {
+        const QString aside = copyAsideDamagedFile(m_filePath);
+        if (aside.isEmpty()) {
+            qCWarning(lcModel, "Entries that could not be read would be lost; the item file was not saved.");
+            return;
+        }
+        qCWarning(lcModel, "Entries that could not be read were dropped; a copy was kept as %s.",
+                  qUtf8Printable(aside));
+        m_fileHoldsUnmadeEntries = false;
+    }
+    QDir().mkpath(QFileInfo(m_filePath).path());
+    if (!PropertyList::write(m_filePath, entries, PropertyList::Format::Xml))
+        qCWarning(lcModel, "The item file %s could not be saved.", qUtf8Printable(m_filePath));
+}
+
+} // namespace Orbita

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "model/MenuItem.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace Orbita {
+
+class AppSettings;
+class UserDefaults;
+
+/// The user's entries in ring order, loaded from and saved to "menuItems.plist".
+///
+/// Changing the list saves nothing: call persist(), and willBeRemoved() on an item that is deleted for good.
+class MenuItemArray {
+public:
+    using Items = std::vector<MenuItem::Pointer>;
+
+    /// Keeps its file in \a folder and loads it.
+    MenuItemArray(const QString &folder, UserDefaults &defaults, const AppSettings &settings, ItemServices &services);
+
+    /// Loads the list anew. False when a stored entry could not be made; persist() then drops it from the file.
+    ///
+    /// Without a readable file the entries under the legacy defaults key "menuItems" are taken over, without those the
+    /// list stays as it is, an empty list becomes the six core entries, and the result is saved. A damaged file is set
+    /// aside first. The "Finder" entry follows the setting: hidden, or first in the list when it is not among the
+    /// entries.
+    bool refresh();
+    /// Saves the list atomically, running applications left out. A failure is logged, and the old file stands. Where
+    /// the last refresh() met entries that could not be made, a copy of the file that holds them is set aside first.
+    void persist();
+
+    [[nodiscard]] std::size_t count() const { return m_items.size(); }
+    [[nodiscard]] bool isEmpty() const { return m_items.empty(); }
+    [[nodiscard]] const MenuItem::Pointer &objectAt(std::size_t index) const;
+    /// The index of \a item; nothing when it is not in the list.
+    [[nodiscard]] std::optional<std::size_t> indexOf(const MenuItem &item) const;
+    void addObject(MenuItem::Pointer item) { m_items.push_back(std::move(item)); }
+    void insertObject(MenuItem::Pointer item, std::size_t index);
+    void removeObjectAt(std::size_t index);
+    [[nodiscard]] const Items &menuItems() const { return m_items; }
+    [[nodiscard]] Items::const_iterator begin() const { return m_items.begin(); }
+    [[nodiscard]] Items::const_iterator end() const { return m_items.end(); }
+    [[nodiscard]] const QString &filePath() const { return m_filePath; }
+
+private:
+    [[nodiscard]] std::optional<QVariantList> readFile();
+    [[nodiscard]] std::optional<QVariantList> readLegacyDefaults() const;
+    /// Replaces the list by what \a entries describe. False when one of them could not be made.
+    bool load(const QVariantList &entries);
+    void addDefaultEntries();
+
+    QString m_filePath;
+    UserDefaults &m_defaults;
+    const AppSettings &m_settings;
+    ItemServices &m_services;
+    Items m_items;
+    bool m_fileHoldsUnmadeEntries = false;
+    bool m_mayReplaceFile = true; // not while a damaged file stands that could not be set aside
+};
+
+} // namespace Orbita

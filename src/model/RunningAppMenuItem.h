@@ -1,0 +1,35 @@
+#pragma once
+
+#include "model/ApplicationMenuItem.h"
+
+namespace Orbita {
+
+/// A passing entry for an application that runs. Never stored.
+class RunningAppMenuItem final : public ApplicationMenuItem {
+public:
+    RunningAppMenuItem(RunningApplication application, ItemServices &services);
+
+    [[nodiscard]] const RunningApplication &app() const { return m_app; }
+    /// Whether the icon is drawn in colour instead of in grey. The cached picture is made anew.
+    void setRenderColored(bool renderColored);
+
+    [[nodiscard]] QString identity() const override;
+    [[nodiscard]] QString name() const override { return m_app.localizedName; }
+    [[nodiscard]] Image image() const override { return m_image; }
+    [[nodiscard]] bool isRunning() const override { return true; }
+    void open() override { activateOrLaunch(bundle()); }
+    [[nodiscard]] bool canOpenPath(const QString &) const override { return true; }
+    void openPath(const QString &path) override { openFile(path, bundle()); }
+    [[nodiscard]] bool representsRunningApplication(const RunningApplication &application) const override;
+
+private:
+    /// What the application is launched by: its bundle, or its executable where no bundle is known.
+    [[nodiscard]] QString bundle() const;
+    void createImage();
+
+    RunningApplication m_app;
+    Image m_image;
+    bool m_renderColored = false;
+};
+
+} // namespace Orbita

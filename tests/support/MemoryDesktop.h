@@ -1,0 +1,58 @@
+#pragma once
+
+#include "model/ImageCache.h"
+#include "model/ImageStore.h"
+#include "model/ItemServices.h"
+#include "model/MenuItem.h"
+#include "platform/memory/MemoryRunningApplications.h"
+#include "platform/memory/MemoryStage.h"
+#include "platform/memory/MemoryUserDefaults.h"
+#include "platform/memory/MemoryWorkspace.h"
+#include "settings/AppSettings.h"
+#include "support/TemporaryContainer.h"
+#include "toolkit/RemoteActionSender.h"
+
+#include <vector>
+
+namespace Orbita {
+
+/// A companion program that a test switches on and whose letters it reads.
+class RecordingRecipient final : public RemoteActionSender {
+public:
+    [[nodiscard]] bool isRecipientReachable() const override { return isReachable; }
+    void sendAction(const VXRemoteAction &action) override { sent.push_back(action); }
+
+    bool isReachable = false;
+    std::vector<VXRemoteAction> sent;
+};
+
+/// A whole desktop in memory, with folders and settings of its own.
+struct MemoryDesktop {
+    TemporaryContainer container;
+    MemoryUserDefaults defaults;
+    MemoryMouseUpEventTap mouseUpTap;
+    AppSettings settings{defaults, mouseUpTap};
+    MemoryWorkspace workspace;
+    MemoryRunningApplications runningApplications;
+    RecordingRecipient toolkit;
+    ImageCache imageCache;
+    ImageStore imageStore{container.directories().container};
+    ItemServices services{workspace, runningApplications, toolkit, imageCache, imageStore};
+
+    /// Makes a file that stands for an application bundle in the temporary folder and returns its path.
+    [[nodiscard]] QString plantApplication(const QString &fileName) const
+    {
+        return container.write(fileName, "[Desktop Entry]\n");
+    }
+    /// The names of \a items in order.
+    template <typename Items>
+    [[nodiscard]] static QStringList names(const Items &items)
+    {
+        QStringList result;
+        for (const auto &item : items)
+            result.append(item->name());
+        return result;
+    }
+};
+
+} // namespace Orbita

@@ -1,0 +1,128 @@
+#include "ring/ManualAnimationClock.h"
+#include "ring/WindowFade.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+namespace {
+
+using Seconds = AnimationClock::Time;
+
+TEST(Eased, leavesQuicklyAndArrivesGently)
+{
+    EXPECT_NEAR(eased(0.0), 0.0, 1e-6);
+    EXPECT_NEAR(eased(1.0), 1.0, 1e-6);
+    EXPECT_NEAR(eased(0.5), 0.8024, 1e-3); // the cubic curve with the handles (0.25, 0.1) and (0.25, 1)
+    double last = 0.0;
+    for (double progress = 0.0; progress <= 1.0; progress += 0.05) {
+        EXPECT_GE(eased(progress), last);
+        last = eased(progress);
+    }
+}
+
+TEST(AnimationClock, ticksOnlyWhileSomethingMoves)
+{
+    ManualAnimationClock clock;
+    QObject context;
+    int frames = 0;
+    EXPECT_FALSE(clock.ticks());
+    clock.animate(&context, [&](Seconds) { return ++frames < 3; });
+    EXPECT_TRUE(clock.ticks());
+    for (int i = 0; i < 5; ++i)
+        clock.advance(Seconds(0.016));
+    EXPECT_EQ(frames, 3);
+    EXPECT_FALSE(clock.ticks());
+}
+
+TEST(AnimationClock, forgetsAnimationsWhoseOwnerIsGone)
+{
+    ManualAnimationClock clock;
+    {
+        QObject context;
+        clock.animate(&context, [](Seconds) {
+            ADD_FAILURE() << "stepped for a dead owner";
+            return true;
+        });
+    }
+    clock.advance(Seconds(0.016));
+    EXPECT_FALSE(clock.ticks());
+}
+
+TEST(AnimationClock, takesOnAnimationsDuringAFrame)
+{
+    ManualAnimationClock clock;
+    QObject context;
+    int frames = 0;
+    clock.animate(&context, [&](Seconds) {
+        clock.animate(&context, [&](Seconds) { return ++frames < 2; });
+        return false;
+    });
+    for (int i = 0; i < 4; ++i)
+        clock.advance(Seconds(0.016));
+    EXPECT_EQ(frames, 2);
+}
+
+class WindowFadeTest : public testing::Test {
+protected:
+    ManualAnimationClock clock;
+    QWidget window;
+    WindowFade fade{window, clock};
+    int finished = 0;
+    std::function<void()> count = [this] { ++finished; };
+};
+
+TEST_F(WindowFadeTest, takesAQuarterOfASecond)
+{
+    fade.setValue(0.0);
+    fade.fadeTo(1.0, count);
+    clock.advance(Seconds(0.125));
+    EXPECT_NEAR(fade.value(), eased(0.5), 1e-9);
+    EXPECT_NEAR(window.windowOpacity(), fade.value(), 1.0 / 255);
+    clock.advance(Seconds(0.125));
+    EXPECT_EQ(fade.value(), 1.0);
+    EXPECT_EQ(finished, 0) << "the owner hears of it from the event loop";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(finished, 1);
+    EXPECT_FALSE(clock.ticks());
+}
+
+TEST_F(WindowFadeTest, turnsRoundWhereItStands)
+{
+    fade.setValue(1.0);
+    fade.fadeTo(0.0, count);
+    clock.advance(Seconds(0.1));
+    const double middle = fade.value();
+    fade.fadeTo(1.0);
+    EXPECT_EQ(fade.value(), middle);
+    clock.advance(Seconds(0.01));
+    EXPECT_GT(fade.value(), middle);
+    clock.advance(Seconds(0.3));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(finished, 0) << "a replaced fade never finishes";
+}
+
+TEST_F(WindowFadeTest, isInstantWhenMotionIsReduced)
+{
+    clock.appearance.setMotionReduced(true);
+    fade.setValue(0.0);
+    fade.fadeTo(1.0, count);
+    EXPECT_EQ(fade.value(), 1.0);
+    EXPECT_EQ(finished, 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(finished, 1);
+    EXPECT_FALSE(clock.ticks());
+}
+
+TEST_F(WindowFadeTest, dropsAnUndeliveredEndWhenReplaced)
+{
+    clock.appearance.setMotionReduced(true);
+    fade.fadeTo(0.0, count);
+    fade.setValue(1.0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(finished, 0);
+}
+
+} // namespace
+} // namespace Orbita

@@ -1,0 +1,151 @@
+#include "ring/RenderedPictures.h"
+
+#include <QSemaphore>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+
+namespace Orbita {
+namespace {
+
+/// Counts what is rendered; a gate holds the renderer back when asked.
+class CountingSource final : public ImageSource {
+public:
+    explicit CountingSource(bool readable = true) : m_readable(readable) {}
+    [[nodiscard]] QImage render(QSize devicePixels) const override
+    {
+        ++rendered;
+        if (gate)
+            gate->acquire();
+        if (!m_readable)
+            return {};
+        QImage pixels(devicePixels, QImage::Format_ARGB32_Premultiplied);
+        pixels.fill(Qt::red);
+        return pixels;
+    }
+    mutable std::atomic<int> rendered{0};
+    QSemaphore *gate = nullptr;
+
+private:
+    bool m_readable;
+};
+
+TEST(RenderedPictures, choosesTheClassAtOrAboveTheSize)
+{
+    EXPECT_EQ(RenderedPictures::sizeClass(1), 24);
+    EXPECT_EQ(RenderedPictures::sizeClass(24), 24);
+    EXPECT_EQ(RenderedPictures::sizeClass(25), 32);
+    EXPECT_EQ(RenderedPictures::sizeClass(512), 512);
+    EXPECT_EQ(RenderedPictures::sizeClass(4000), 512);
+}
+
+TEST(RenderedPictures, rendersEachClassOnceInTheBackground)
+{
+    const auto source = std::make_shared<CountingSource>();
+    const Image image = Image::fromSource(source);
+    RenderedPictures pictures;
+    int ready = 0;
+    QObject::connect(&pictures, &RenderedPictures::rendered, &pictures, [&](quintptr key) {
+        EXPECT_EQ(key, image.key());
+        ++ready;
+    });
+    EXPECT_TRUE(pictures.picture(image, 50).isNull()) << "nothing waits for the renderer";
+    EXPECT_TRUE(pictures.picture(image, 60).isNull());
+    pictures.waitUntilIdle();
+    EXPECT_EQ(ready, 1);
+    EXPECT_EQ(source->rendered, 1);
+    EXPECT_EQ(pictures.picture(image, 50).width(), 64);
+
+    EXPECT_EQ(pictures.picture(image, 100).width(), 64) << "the other size fills in meanwhile";
+    pictures.waitUntilIdle();
+    EXPECT_EQ(pictures.picture(image, 100).width(), 128);
+    EXPECT_EQ(source->rendered, 2);
+}
+
+TEST(RenderedPictures, areAtHandOncePrepared)
+{
+    RenderedPictures pictures;
+    const Image image = Image::fromSource(std::make_shared<CountingSource>());
+    pictures.prepare(image, 64);
+    pictures.waitUntilIdle();
+    EXPECT_EQ(pictures.picture(image, 64).width(), 64);
+    EXPECT_TRUE(pictures.isIdle());
+}
+
+TEST(RenderedPictures, tryAnUnreadablePictureOnce)
+{
+    RenderedPictures pictures;
+    const auto source = std::make_shared<CountingSource>(false);
+    const Image image = Image::fromSource(source);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(pictures.picture(image, 64).isNull());
+        pictures.waitUntilIdle();
+    }
+    EXPECT_EQ(source->rendered, 1);
+    EXPECT_TRUE(pictures.picture(Image(), 64).isNull());
+    EXPECT_TRUE(pictures.isIdle());
+}
+
+TEST(RenderedPictures, dropWhatWasNotPaintedForLongest)
+{
+    RenderedPictures pictures(3 * RenderedPictures::bytesFor(64));
+    std::vector<Image> images;
+    for (int i = 0; i < 4; ++i) {
+        images.push_back(Image::fromSource(std::make_shared<CountingSource>()));
+        (void)pictures.picture(images.back(), 64);
+        pictures.waitUntilIdle();
+        (void)pictures.picture(images.front(), 64);
+    }
+    EXPECT_LE(pictures.bytes(), 3 * RenderedPictures::bytesFor(64));
+    EXPECT_FALSE(pictures.picture(images[0], 64).isNull());
+    EXPECT_TRUE(pictures.picture(images[1], 64).isNull());
+    pictures.waitUntilIdle();
+}
+
+TEST(RenderedPictures, keepRoomForWhatOneRingNeeds)
+{
+    RenderedPictures pictures(RenderedPictures::bytesFor(64));
+    const QObject ring;
+    pictures.setNeed(&ring, 5 * RenderedPictures::bytesFor(64));
+    std::vector<Image> images;
+    for (int i = 0; i < 5; ++i) {
+        images.push_back(Image::fromSource(std::make_shared<CountingSource>()));
+        pictures.prepare(images.back(), 64);
+    }
+    pictures.waitUntilIdle();
+    for (const Image &image : images)
+        EXPECT_FALSE(pictures.picture(image, 64).isNull());
+    pictures.setNeed(&ring, 0);
+    EXPECT_LE(pictures.bytes(), RenderedPictures::bytesFor(64));
+}
+
+TEST(RenderedPictures, keepTheirImagesAlive)
+{
+    RenderedPictures pictures;
+    std::weak_ptr<const ImageSource> source;
+    {
+        const auto owned = std::make_shared<CountingSource>();
+        source = owned;
+        pictures.prepare(Image::fromSource(owned), 64);
+        pictures.waitUntilIdle();
+    }
+    EXPECT_FALSE(source.expired()) << "its key could come again for another picture";
+}
+
+TEST(RenderedPictures, canGoWhileSomethingIsRendered)
+{
+    QSemaphore gate;
+    const auto source = std::make_shared<CountingSource>();
+    source->gate = &gate;
+    {
+        RenderedPictures pictures;
+        for (int side = 24; side < 600; side *= 2)
+            pictures.prepare(Image::fromSource(source), side);
+        gate.release(100);
+    }
+    EXPECT_LE(source->rendered, 5);
+}
+
+} // namespace
+} // namespace Orbita

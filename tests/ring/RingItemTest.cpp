@@ -1,0 +1,154 @@
+#include "ring/RingItem.h"
+#include "ring/RenderedPictures.h"
+#include "ring/RingItemPainter.h"
+#include "ring/RingText.h"
+#include "support/RowName.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+namespace {
+
+Image square(const QColor &color)
+{
+    QImage pixels(64, 64, QImage::Format_ARGB32_Premultiplied);
+    pixels.fill(color);
+    return Image::fromPixels(pixels);
+}
+
+struct CaptionRow {
+    const char *name;
+    double height;
+    double caption;
+    double fontSize;
+};
+
+class Caption : public testing::TestWithParam<CaptionRow> {};
+
+TEST_P(Caption, growsWithTheItemWithinBounds)
+{
+    const CaptionRow &row = GetParam();
+    const RingItemLayers layers = ringItemLayers({row.height, row.height}, true);
+    EXPECT_EQ(layers.titleLayer, QRectF(0, 0, row.height, row.caption));
+    EXPECT_NEAR(layers.titleFontSize, row.fontSize, 1e-9);
+    EXPECT_EQ(layers.contentLayer, QRectF(0, row.caption, row.height, row.height - row.caption));
+    EXPECT_EQ(ringItemLayers({row.height, row.height}, false).contentLayer, QRectF(0, 0, row.height, row.height));
+}
+
+INSTANTIATE_TEST_SUITE_P(Heights, Caption,
+                         testing::Values(CaptionRow{"48 points", 48, 7.68, 5.68},
+                                         CaptionRow{"200 points is capped", 200, 15, 13},
+                                         CaptionRow{"20 points keeps the least", 20, 5, 3}),
+                         rowName<CaptionRow>);
+
+TEST(RingItemLayers, surroundTheItemWithFrameAndDot)
+{
+    const RingItemLayers layers = ringItemLayers({48, 48}, false);
+    EXPECT_EQ(layers.selectionLayer, QRectF(-2, -2, 52, 52));
+    EXPECT_EQ(layers.highlightLayer, QRectF(21, -9, 6, 6));
+}
+
+TEST(RingItem, showsItsSelectionOnlyWithAPicture)
+{
+    RingItem item(Image(), QStringLiteral("name"));
+    item.setSelected(true);
+    EXPECT_TRUE(item.isSelected());
+    EXPECT_FALSE(item.showsSelection());
+    item.setImage(square(Qt::red));
+    EXPECT_TRUE(item.showsSelection());
+}
+
+TEST(RingItem, keepsItsColoursWhenGivenNone)
+{
+    RingItem item{Image(), QString()};
+    EXPECT_NEAR(item.highlightColor().redF(), 0.5, 1e-4);
+    item.setHighlightColor(Qt::black);
+    item.setHighlightColor(QColor());
+    EXPECT_EQ(item.highlightColor(), QColor(Qt::black));
+}
+
+/// A view in a window.
+struct Host final : RingItemHost {
+    void itemChanged(const RingItem &) override {}
+    void titleVisibilityChanged() override { ++titleChanges; }
+    [[nodiscard]] bool canShowTitles() const override { return inWindow; }
+    bool inWindow = true;
+    int titleChanges = 0;
+};
+
+TEST(RingItem, hasABubbleOnlyWithATitleInAWindow)
+{
+    Host host;
+    RingItem item(Image(), QStringLiteral("name"));
+    item.showTitle();
+    EXPECT_FALSE(item.titleVisible()) << "it stands in no view";
+    item.setHost(&host);
+    host.inWindow = false;
+    item.showTitle();
+    EXPECT_FALSE(item.titleVisible());
+    host.inWindow = true;
+    item.showTitle();
+    item.showTitle();
+    EXPECT_TRUE(item.titleVisible());
+    EXPECT_EQ(host.titleChanges, 1);
+    item.setTitle(QString());
+    EXPECT_FALSE(item.titleVisible());
+    item.showTitle();
+    EXPECT_FALSE(item.titleVisible());
+}
+
+TEST(RingItem, cutsLongCaptionsAtTheEnd)
+{
+    RingItem item(Image(), QStringLiteral("A name\nmuch longer than any item on the ring is wide"));
+    item.setFrame(QRectF(0, 0, 100, 100));
+    EXPECT_TRUE(item.caption().startsWith(QStringLiteral("A name m")));
+    EXPECT_TRUE(item.caption().endsWith(QChar(0x2026)));
+    EXPECT_LE(QFontMetricsF(ringFont(13)).horizontalAdvance(item.caption()), 100.0);
+}
+
+TEST(RingFont, hasGlyphsOfTheAskedSize)
+{
+    for (const double size : {5.5, 8.0, 10.5, 13.0}) {
+        const double em = QFontInfo(ringFont(size)).pixelSize();
+        EXPECT_NEAR(em, size, 0.51) << size;
+    }
+    EXPECT_LT(QFontMetricsF(ringFont(9.0)).ascent(), QFontMetricsF(ringFont(9.5)).ascent());
+}
+
+TEST(RingItemPainter, paintsEveryPartWhereItBelongs)
+{
+    RenderedPictures pictures;
+    RingItem item(square(Qt::red), QStringLiteral("name"));
+    item.setHighlightColor(Qt::blue);
+    item.setSelected(true);
+    item.setFrame(QRectF(20, 20, 60, 60));
+    const auto paint = [&] {
+        QImage canvas(100, 100, QImage::Format_ARGB32_Premultiplied);
+        canvas.fill(Qt::transparent);
+        QPainter painter(&canvas);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+        paintRingItem(painter, item, ViewFlip{100}, pictures);
+        return canvas;
+    };
+    (void)paint();
+    pictures.waitUntilIdle();
+    const QImage shown = paint();
+    EXPECT_EQ(shown.pixelColor(50, 50), QColor(Qt::red));
+    EXPECT_EQ(shown.pixelColor(50, 86), QColor(Qt::blue)) << "the dot is below the item";
+    EXPECT_EQ(shown.pixelColor(50, 19), QColor(Qt::white)) << "the frame's upper border";
+    EXPECT_EQ(shown.pixelColor(50, 95).alpha(), 0);
+
+    item.setHighlighted(false);
+    item.setSelected(false);
+    item.setAlwaysShowTitle(true);
+    const QImage captioned = paint();
+    EXPECT_EQ(captioned.pixelColor(50, 86).alpha(), 0);
+    EXPECT_EQ(captioned.pixelColor(50, 19).alpha(), 0);
+    EXPECT_EQ(captioned.pixelColor(22, 78).alpha(), 0) << "the picture ends above the caption";
+}
+
+} // namespace
+} // namespace Orbita

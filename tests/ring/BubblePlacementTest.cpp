@@ -1,0 +1,62 @@
+#include "ring/BubblePlacement.h"
+
+#include "support/RowName.h"
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+namespace {
+
+const QRectF screen(0, 0, 1000, 800);
+constexpr QSizeF text{80, 16};
+
+QRectF withoutShadow(const QRectF &frame)
+{
+    return frame.adjusted(bubbleShadow, bubbleShadow, -bubbleShadow, -bubbleShadow);
+}
+
+struct Row {
+    const char *name;
+    QRectF item;
+    BubbleEdge edge;
+    bool isCentered;
+};
+
+class Bubble : public testing::TestWithParam<Row> {};
+
+TEST_P(Bubble, standsAtItsItemOnTheScreen)
+{
+    const Row &row = GetParam();
+    const BubblePlacement placement = placeBubble(text, row.item, screen);
+    const QRectF outline = withoutShadow(placement.frame);
+    EXPECT_EQ(placement.edge, row.edge);
+    EXPECT_TRUE(screen.contains(outline));
+    const double tip = placement.frame.x() + placement.arrow;
+    EXPECT_EQ(tip == row.item.center().x(), row.isCentered) << tip;
+    if (row.edge == BubbleEdge::Bottom) {
+        EXPECT_DOUBLE_EQ(outline.y() + outline.height(), row.item.y());
+    } else {
+        EXPECT_DOUBLE_EQ(outline.y(), row.item.y() + row.item.height());
+    }
+
+    const QRectF label = bubbleLabel(placement.frame.size(), placement.edge);
+    EXPECT_GE(label.width(), text.width() + 10.0) << "five points on either side of the text";
+    EXPECT_GE(label.height(), text.height());
+    const QPainterPath path = bubbleOutline(placement.frame.size(), placement.edge, placement.arrow);
+    EXPECT_TRUE(path.contains(label.adjusted(1, 1, -1, -1)));
+    // The tip points at the item: up (small y in the window) when the bubble stands below it.
+    const double tipY = row.edge == BubbleEdge::Bottom ? path.boundingRect().top() : path.boundingRect().bottom();
+    EXPECT_TRUE(path.intersects(QRectF(placement.arrow - 1.5, tipY - 1.5, 3, 3)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Places, Bubble,
+    testing::Values(Row{"below in the middle", {500, 400, 60, 60}, BubbleEdge::Bottom, true},
+                    Row{"above at the lower edge", {500, 5, 60, 60}, BubbleEdge::Top, true},
+                    Row{"shifted right", {10, 400, 60, 60}, BubbleEdge::Bottom, true},
+                    Row{"shifted left", {930, 400, 60, 60}, BubbleEdge::Bottom, true},
+                    Row{"in the corner the tip stays off the bend", {-25, 400, 30, 30}, BubbleEdge::Bottom, false}),
+    rowName<Row>);
+
+} // namespace
+} // namespace Orbita

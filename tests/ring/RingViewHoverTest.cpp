@@ -1,0 +1,157 @@
+#include "ring/RingViewFixture.h"
+
+#include <QEnterEvent>
+
+namespace Orbita {
+namespace {
+
+using RingViewHover = RingViewFixture;
+
+TEST_F(RingViewHover, magnifiesAndTitlesTheItemUnderThePointer)
+{
+    move(at(2.5 / 8));
+    EXPECT_EQ(view.mouseOverItemIndex(), 2);
+    EXPECT_NEAR(weight(2), Pi + 1, 1e-9);
+    EXPECT_NEAR(weight(6), 1.0, 1e-9);
+    EXPECT_EQ(titles(), "0-2 ");
+    move(at(3.5 / 8));
+    EXPECT_NEAR(weight(3), Pi + 1, 1e-9);
+    EXPECT_EQ(titles(), "0-3 ");
+    move(at(3.5 / 8, 30));
+    EXPECT_EQ(titles(), "") << "between the items and the centre there is no item";
+    EXPECT_EQ(view.mouseOverItemIndex(), 3);
+}
+
+TEST_F(RingViewHover, leavesSizesAloneWithoutMagnification)
+{
+    view.setMagnifyItemsOnMouseOver(false);
+    const QRectF before = view.itemFor({0, 2})->frame();
+    move(at(2.5 / 8));
+    EXPECT_EQ(view.mouseOverItemIndex(), 2);
+    EXPECT_EQ(view.itemFor({0, 2})->frame(), before);
+}
+
+TEST_F(RingViewHover, evensOutInTheDeadCentreButRemembersTheItem)
+{
+    move(at(2.5 / 8));
+    move({200, 209.9});
+    EXPECT_EQ(weight(2), 1.0);
+    EXPECT_EQ(view.ringLayout().startArc, 0.0);
+    EXPECT_EQ(view.mouseOverItemIndex(), 2);
+    EXPECT_EQ(titles(), "0-2 ") << "the dead centre leaves titles alone";
+    move(at(2.5 / 8));
+    EXPECT_NEAR(weight(2), Pi + 1, 1e-9) << "the same sector counts anew";
+}
+
+TEST_F(RingViewHover, asksWhetherTitlesMayBeShown)
+{
+    std::vector<ItemAddress> asked;
+    script.displaysTitle = [&](ItemAddress address) {
+        asked.push_back(address);
+        return false;
+    };
+    move(at(2.5 / 8));
+    EXPECT_EQ(asked, std::vector<ItemAddress>({{0, 2}}));
+    EXPECT_EQ(titles(), "");
+}
+
+TEST_F(RingViewHover, bearsAReloadWhileItAsks)
+{
+    script.displaysTitle = [&](ItemAddress) {
+        script.sections = {1};
+        view.reloadData();
+        return true;
+    };
+    move(at(7.5 / 8));
+    EXPECT_EQ(order(), "0-0 ");
+    EXPECT_EQ(view.mouseOverItemIndex(), 0);
+}
+
+TEST_F(RingViewHover, showsAllTitlesWhenTheyAlwaysAre)
+{
+    view.setAlwaysShowTitles(true);
+    move(at(0.5 / 8, 30));
+    EXPECT_EQ(titles(), "0-0 0-1 0-2 0-3 0-4 0-5 0-6 0-7 ");
+}
+
+TEST_F(RingViewHover, endsWhenThePointerLeavesTheView)
+{
+    move(at(2.5 / 8));
+    QEvent leave(QEvent::Leave);
+    const QPointF center = view.mapToGlobal(QPointF(200, 200));
+    stage.pointer = Stage::flipped(center, 800);
+    QCoreApplication::sendEvent(&view, &leave);
+    EXPECT_EQ(titles(), "0-2 ") << "a button or menu took the pointer, which is still here";
+    EXPECT_NE(view.ringLayout().startArc, 0.0);
+
+    stage.pointer = Stage::flipped(center + QPointF(0, 201), 800);
+    QCoreApplication::sendEvent(&view, &leave);
+    EXPECT_EQ(titles(), "");
+    EXPECT_EQ(weight(2), 1.0);
+    EXPECT_EQ(view.ringLayout().startArc, 0.0);
+    EXPECT_EQ(view.mouseOverItemIndex(), 2);
+}
+
+TEST_F(RingViewHover, followsThePointerOverWhatCoversTheRing)
+{
+    QWidget button(&view);
+    button.setGeometry(185, 185, 30, 30);
+    view.trackPointerOver(button);
+    move(at(2.5 / 8));
+    const QPointF middle(15, 15);
+    QMouseEvent event(QEvent::MouseMove, middle, button.mapToGlobal(middle), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&button, &event);
+    EXPECT_EQ(weight(2), 1.0);
+}
+
+TEST_F(RingViewHover, isOffInADisabledRing)
+{
+    move(at(2.5 / 8));
+    view.setEnabled(false);
+    EXPECT_TRUE(view.testAttribute(Qt::WA_TransparentForMouseEvents));
+    EXPECT_EQ(titles(), "");
+    move(at(3.5 / 8));
+    EXPECT_EQ(view.mouseOverItemIndex(), 2);
+    press(at(2.5 / 8));
+    release(at(2.5 / 8));
+    EXPECT_TRUE(script.reports.empty());
+    view.setEnabled(true);
+    move(at(3.5 / 8));
+    EXPECT_EQ(view.mouseOverItemIndex(), 3);
+}
+
+TEST_F(RingViewHover, copesWithAnEmptyRingAndNoOneToAsk)
+{
+    load({0});
+    move(at(0.3));
+    press(at(0.3));
+    drag(at(0.6));
+    release(at(0.6));
+    rightPress(at(0.3));
+    EXPECT_TRUE(script.reports.empty());
+    EXPECT_FALSE(view.highlightedItem().isFound());
+    load({3});
+    view.setDelegate(nullptr);
+    view.setDataSource(nullptr);
+    move(centerOf({0, 1}));
+    press(centerOf({0, 1}));
+    drag(at(0.9));
+    release(at(0.9));
+    rightPress(at(0.9));
+    view.reloadData();
+    EXPECT_EQ(view.numberOfSections(), 0);
+}
+
+TEST_F(RingViewHover, staysQuickWithTenThousandItems)
+{
+    load({5000, 5000});
+    for (int i = 0; i < 20; ++i)
+        move(at(i / 20.0));
+    EXPECT_EQ(view.ringLayout().totalNumberOfItems, 10000);
+    EXPECT_EQ(view.mouseOverItemIndex(), 9500);
+    (void)view.grab();
+}
+
+} // namespace
+} // namespace Orbita

@@ -1,5 +1,7 @@
 #include "ring/BubblePlacement.h"
 
+#include <QTransform>
+
 #include <algorithm>
 
 namespace Orbita {
@@ -9,8 +11,8 @@ namespace {
 constexpr double labelMargin = 5.0; // left and right of the text, part of the label
 constexpr double bezelWidth = 5.0;  // between label and outline
 constexpr double bezelHeight = 4.0;
-constexpr double arrowHeight = 7.0;
-constexpr double arrowHalfWidth = 8.0;
+constexpr double arrowHeight = 8.0;
+constexpr double arrowHalfWidth = 11.0;
 constexpr double cornerRadius = 7.0;
 
 /// The rounded body in the window, y downwards.
@@ -46,18 +48,22 @@ BubblePlacement placeBubble(QSizeF text, const QRectF &item, const QRectF &scree
 
 QPainterPath bubbleOutline(QSizeF window, BubbleEdge edge, double arrow)
 {
-    const QRectF body = bodyIn(window, edge);
-    const bool pointsUp = edge == BubbleEdge::Bottom;
-    const double base = pointsUp ? body.top() : body.bottom();
-    const double tip = pointsUp ? base - arrowHeight : base + arrowHeight;
-    QPainterPath outline;
-    outline.addRoundedRect(body, cornerRadius, cornerRadius);
-    QPainterPath triangle(QPointF(arrow - arrowHalfWidth, base));
+    // Drawn for a bubble below its item, whose arrow points up, and turned over for one above.
+    const QRectF body = bodyIn(window, BubbleEdge::Bottom);
+    const double tip = body.top() - arrowHeight;
+    const double corner = 2 * cornerRadius;
+    QPainterPath outline(QPointF(body.left() + cornerRadius, body.top()));
+    outline.lineTo(arrow - arrowHalfWidth, body.top());
     // Curves that leave the body level and meet in the tip look softer than straight sides.
-    triangle.cubicTo({arrow - arrowHalfWidth * 0.4, base}, {arrow - 1.5, tip}, {arrow, tip});
-    triangle.cubicTo({arrow + 1.5, tip}, {arrow + arrowHalfWidth * 0.4, base}, {arrow + arrowHalfWidth, base});
-    triangle.closeSubpath();
-    return outline.united(triangle);
+    outline.cubicTo({arrow - arrowHalfWidth * 0.5, body.top()}, {arrow - 2.5, tip}, {arrow, tip});
+    outline.cubicTo({arrow + 2.5, tip}, {arrow + arrowHalfWidth * 0.5, body.top()},
+                    {arrow + arrowHalfWidth, body.top()});
+    outline.arcTo(body.right() - corner, body.top(), corner, corner, 90, -90);
+    outline.arcTo(body.right() - corner, body.bottom() - corner, corner, corner, 0, -90);
+    outline.arcTo(body.left(), body.bottom() - corner, corner, corner, 270, -90);
+    outline.arcTo(body.left(), body.top(), corner, corner, 180, -90);
+    outline.closeSubpath();
+    return edge == BubbleEdge::Bottom ? outline : QTransform(1, 0, 0, -1, 0, window.height()).map(outline);
 }
 
 QRectF bubbleLabel(QSizeF window, BubbleEdge edge)

@@ -94,6 +94,12 @@ void paintDisc(QPainter &painter, const QRectF &bounds, const QColor &tint, Back
     painter.setPen(QPen(Qt::white, outlineWidth));
     painter.setBrush(discFill(tint, backdrop));
     painter.drawEllipse(disc);
+    if (backdrop == Backdrop::None)
+        return;
+    // A white outline alone is lost on a light desktop.
+    painter.setPen(QPen(withAlpha(Qt::black, 0.2F), outlineWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(disc.adjusted(-outlineWidth, -outlineWidth, outlineWidth, outlineWidth));
 }
 
 } // namespace Orbita

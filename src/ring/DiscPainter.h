@@ -30,7 +30,7 @@ enum class Backdrop {
 /// other; transparent on other backdrops.
 [[nodiscard]] QColor backdropVeil(const QColor &tint, Backdrop backdrop);
 
-/// Paints the disc within \a bounds, with a white outline.
+/// Paints the disc within \a bounds, with a white outline and, where it is blended, a faint dark one round that.
 void paintDisc(QPainter &painter, const QRectF &bounds, const QColor &tint, Backdrop backdrop);
 
 } // namespace Orbita

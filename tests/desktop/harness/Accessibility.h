@@ -1,0 +1,74 @@
+#pragma once
+
+#include "desktop/harness/Bus.h"
+
+#include <QList>
+#include <QRect>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace Orbita {
+
+/// States of an accessible object. Source of the numbers: AtspiStateType in atspi-constants.h.
+enum class AccessibleState : quint8 {
+    Active = 1,
+    Checked = 4,
+    Editable = 7,
+    Enabled = 8,
+    Expanded = 10,
+    Focusable = 11,
+    Focused = 12,
+    Modal = 16,
+    Pressed = 20,
+    Selected = 23,
+    Sensitive = 24,
+    Showing = 25
+};
+
+/// An object as assistive technology saw it, with all below it.
+struct AccessibleItem {
+    QString service; ///< the program's unique name on the accessibility bus
+    QString path;
+    QString role; ///< for instance "push button"
+    QString name;
+    QString description;
+    QRect extents; ///< in pixels of the whole screen; null if it has none
+    quint64 states = 0;
+    QList<AccessibleItem> children;
+
+    [[nodiscard]] bool has(AccessibleState state) const { return ((states >> static_cast<quint8>(state)) & 1) != 0; }
+    /// This object and all below it that have \a role, in reading order; any role if it is empty.
+    [[nodiscard]] QList<AccessibleItem> withRole(const QString &role) const;
+    /// The first of withRole that is called \a name.
+    [[nodiscard]] std::optional<AccessibleItem> find(const QString &role, const QString &name) const;
+};
+
+/// The session's programs as a screen reader perceives and operates them.
+/// Must exist before a program that is to be seen starts.
+class Accessibility {
+public:
+    /// Starts the accessibility services of the session bus \a session.
+    explicit Accessibility(const Bus &session);
+
+    /// The present tree of the program called \a application; nothing while it is not registered.
+    [[nodiscard]] std::optional<AccessibleItem> tree(const QString &application) const;
+    /// Waits until \a application has an object with \a role and \a name.
+    AccessibleItem waitFor(const QString &application, const QString &role, const QString &name) const;
+    /// Looks at \a item again, with all below it.
+    [[nodiscard]] AccessibleItem refreshed(const AccessibleItem &item) const;
+
+    /// Names of what can be done with \a item, such as "Press".
+    [[nodiscard]] QStringList actions(const AccessibleItem &item) const;
+    /// Throws DesktopFailure when \a item does not offer \a action.
+    void doAction(const AccessibleItem &item, const QString &action) const;
+    void press(const AccessibleItem &item) const { doAction(item, QStringLiteral("Press")); }
+
+private:
+    [[nodiscard]] AccessibleItem read(const QString &service, const QString &path, int depth) const;
+
+    Bus m_bus;
+};
+
+} // namespace Orbita

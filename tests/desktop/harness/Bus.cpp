@@ -1,0 +1,74 @@
+#include "desktop/harness/Bus.h"
+#include "desktop/harness/Wait.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVariant>
+
+namespace Orbita {
+
+namespace {
+
+QString nextConnectionName()
+{
+    static int count = 0;
+    return QStringLiteral("desktop-harness-%1").arg(++count);
+}
+
+const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+} // namespace
+
+Bus::Bus(const QString &address) : m_connection(QDBusConnection::connectToBus(address, nextConnectionName()))
+{
+    if (!m_connection.isConnected())
+        throw DesktopFailure(QStringLiteral("no bus at %1: %2").arg(address, m_connection.lastError().message()));
+}
+
+Bus::~Bus()
+{
+    QDBusConnection::disconnectFromBus(m_connection.name());
+}
+
+QVariantList Bus::call(const QString &service, const QString &path, const QString &interface, const QString &method,
+                       const QVariantList &arguments) const
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
+    message.setArguments(arguments);
+    const auto bound = static_cast<int>(std::chrono::milliseconds(waitBound).count());
+    // The event loop goes on: the program called may ask something of the test before it answers.
+    const QDBusMessage reply = m_connection.call(message, QDBus::BlockWithGui, bound);
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        throw DesktopFailure(QStringLiteral("%1.%2 failed: %3").arg(interface, method, reply.errorMessage()));
+    return reply.arguments();
+}
+
+QVariant Bus::property(const QString &service, const QString &path, const QString &interface, const QString &name) const
+{
+    const QVariantList answer = call(service, path, propertiesInterface, QStringLiteral("Get"), {interface, name});
+    return answer.value(0).value<QDBusVariant>().variant();
+}
+
+void Bus::setProperty(const QString &service, const QString &path, const QString &interface, const QString &name,
+                      const QVariant &value) const
+{
+    call(service, path, propertiesInterface, QStringLiteral("Set"),
+         {interface, name, QVariant::fromValue(QDBusVariant(value))});
+}
+
+bool Bus::hasOwner(const QString &name) const
+{
+    return m_connection.interface()->isServiceRegistered(name).value();
+}
+
+void Bus::waitForName(const QString &name) const
+{
+    waitUntil([&] { return hasOwner(name); }, name + QStringLiteral(" was owned on the bus"));
+}
+
+qint64 Bus::pidOf(const QString &name) const
+{
+    return m_connection.interface()->servicePid(name).value();
+}
+
+} // namespace Orbita

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "desktop/harness/XServer.h"
+
+#include <QPoint>
+#include <QString>
+
+namespace Orbita {
+
+enum class Button { Left = 1, Middle = 2, Right = 3, WheelUp = 4, WheelDown = 5, Back = 8, Forward = 9 };
+
+/// Keyboard and pointer of the session, as devices: what is sent passes through grabs, focus and raw events just as
+/// that of a real keyboard and mouse. Coordinates are pixels of the whole screen, y downwards.
+/// Every function returns when the server has handled the input; the programs may not have seen it yet.
+class Input {
+public:
+    explicit Input(const XConnection &connection) : m_connection(connection) {}
+
+    /// \a chord is a key's X name after any modifiers: "Escape", "a", "Control+space", "Shift+Alt+F4".
+    /// Modifiers go down first and come up last. Throws DesktopFailure for a key that the keyboard does not have.
+    void pressKeys(const QString &chord) const;
+    void releaseKeys(const QString &chord) const;
+    /// Presses and releases \a chord.
+    void tap(const QString &chord) const;
+    /// Types \a text; the keyboard layout must have every character, with or without Shift.
+    void type(const QString &text) const;
+
+    [[nodiscard]] QPoint pointer() const;
+    void moveTo(QPoint position) const;
+    void moveBy(QPoint distance) const;
+    void press(Button button = Button::Left) const;
+    void release(Button button = Button::Left) const;
+    /// Moves to \a position, presses and releases.
+    void click(QPoint position, Button button = Button::Left) const;
+
+    /// Moves to \a to in \a steps equal steps.
+    void glide(QPoint to, int steps) const;
+    /// Presses the left button at \a from, glides to \a to and releases there.
+    ///
+    /// For drag and drop between programs, do the steps singly and wait for each program's answer between them: a
+    /// source that sees press and release at once drags nothing.
+    void drag(QPoint from, QPoint to, int steps = 10) const;
+
+private:
+    void fake(quint8 type, quint8 detail, QPoint position = {}) const;
+    void sendKeys(const QString &chord, bool press) const;
+
+    const XConnection &m_connection;
+};
+
+} // namespace Orbita

@@ -1,0 +1,82 @@
+#include "desktop/harness/Processes.h"
+#include "desktop/harness/Wait.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <csignal>
+#include <unistd.h>
+
+namespace Orbita {
+
+namespace {
+
+QByteArray readProcessFile(qint64 pid, const char *name)
+{
+    QFile file(QStringLiteral("/proc/%1/%2").arg(pid).arg(QLatin1String(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The fields of /proc/PID/stat from the third on, the state; empty if there is no such process.
+QList<QByteArray> statusFields(qint64 pid)
+{
+    // The second field is the name in parentheses and may hold blanks and parentheses.
+    const QByteArray status = readProcessFile(pid, "stat");
+    return status.isEmpty() ? QList<QByteArray>() : status.mid(status.lastIndexOf(')') + 2).split(' ');
+}
+
+} // namespace
+
+std::chrono::milliseconds processorTime(qint64 pid)
+{
+    const QList<QByteArray> fields = statusFields(pid);
+    if (fields.size() < 13)
+        return {};
+    const qint64 ticks = fields[11].toLongLong() + fields[12].toLongLong();
+    return std::chrono::milliseconds(ticks * 1000 / sysconf(_SC_CLK_TCK));
+}
+
+qint64 proportionalMemory(qint64 pid)
+{
+    for (const QByteArray &line : readProcessFile(pid, "smaps_rollup").split('\n')) {
+        if (line.startsWith("Pss:"))
+            return line.mid(4).trimmed().split(' ').first().toLongLong() * 1024;
+    }
+    return 0;
+}
+
+bool hasEnded(qint64 pid)
+{
+    const QByteArray state = statusFields(pid).value(0);
+    return state.isEmpty() || state == "Z" || state == "X";
+}
+
+QList<qint64> processesWithEnvironment(const QByteArray &variable, const QByteArray &value)
+{
+    const QByteArray entry = variable + '=' + value;
+    QList<qint64> found;
+    for (const QString &name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        const qint64 pid = name.toLongLong();
+        if (pid > 0 && pid != getpid() && readProcessFile(pid, "environ").split('\0').contains(entry))
+            found += pid;
+    }
+    return found;
+}
+
+void killProcessesWithEnvironment(const QByteArray &variable, const QByteArray &value)
+{
+    // A process loses its environment some time before it has ended.
+    QList<qint64> dying;
+    const auto noneLeft = [&] {
+        for (const qint64 pid : processesWithEnvironment(variable, value)) {
+            ::kill(static_cast<pid_t>(pid), SIGKILL);
+            if (!dying.contains(pid))
+                dying += pid;
+        }
+        dying.removeIf(hasEnded);
+        return dying.isEmpty();
+    };
+    waitUntil(noneLeft, QStringLiteral("all processes of the desktop session ended"));
+}
+
+} // namespace Orbita

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <chrono>
+
+namespace Orbita {
+
+/// A program that a test started. Ends with this object, or with the test program should that die.
+class Program {
+public:
+    /// Starts \a program, which is a path or a name to be looked up in the PATH of \a environment.
+    /// Throws DesktopFailure when it cannot be started.
+    Program(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment);
+    ~Program();
+    Program(const Program &) = delete;
+    Program &operator=(const Program &) = delete;
+
+    [[nodiscard]] qint64 pid() const { return m_pid; }
+    [[nodiscard]] bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
+
+    /// Complete lines of both streams, in the order in which they arrived.
+    [[nodiscard]] const QStringList &lines() const { return m_lines; }
+    [[nodiscard]] const QByteArray &standardOutput() const { return m_output.all; }
+    [[nodiscard]] const QByteArray &standardError() const { return m_errors.all; }
+
+    /// Waits for a line of either stream that \a pattern matches somewhere and returns it.
+    /// Lines up to it are not looked at again: waiting twice waits for two lines.
+    QString waitForOutput(const QString &pattern);
+    /// Waits for the end and returns the exit status, as a shell counts it: 128 and the signal for a killed one.
+    int waitForExit();
+
+    /// Asks the program to end (SIGTERM) and waits for that. Returns the exit status.
+    int terminate();
+    /// Ends the program at once (SIGKILL), as a crash would, and waits for that.
+    void kill();
+
+private:
+    struct Stream {
+        QByteArray all;
+        qsizetype nextLine = 0;
+    };
+
+    void take(Stream &stream, const QByteArray &bytes);
+
+    QProcess m_process;
+    qint64 m_pid = 0;
+    Stream m_output;
+    Stream m_errors;
+    QStringList m_lines;
+    qsizetype m_nextToMatch = 0;
+};
+
+/// Processor time that the process has used since its start, user and system; 0 if there is no such process.
+/// Resolution: one clock tick, usually 10 ms. Source: utime and stime of /proc/PID/stat.
+[[nodiscard]] std::chrono::milliseconds processorTime(qint64 pid);
+
+/// Bytes of memory, shared pages divided among their users; 0 if it cannot be read.
+/// Source: Pss of /proc/PID/smaps_rollup.
+[[nodiscard]] qint64 proportionalMemory(qint64 pid);
+
+/// Whether nothing runs under \a pid any more; an end that nobody has taken note of yet counts.
+[[nodiscard]] bool hasEnded(qint64 pid);
+
+/// Living processes whose environment has \a variable set to \a value: a program and all that descend from it.
+[[nodiscard]] QList<qint64> processesWithEnvironment(const QByteArray &variable, const QByteArray &value);
+
+/// Kills all processes that processesWithEnvironment finds, and those they start meanwhile, until there are none.
+void killProcessesWithEnvironment(const QByteArray &variable, const QByteArray &value);
+
+} // namespace Orbita

@@ -1,0 +1,107 @@
+#include "desktop/harness/Session.h"
+#include "desktop/harness/Wait.h"
+
+namespace Orbita {
+
+DesktopSession::DesktopSession(const SessionOptions &options)
+    : m_environment(m_folders.environment()),
+      m_server(options.screen, m_environment),
+      m_processes(m_folders),
+      m_connection(m_server.display())
+{
+    m_environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(m_server.display()));
+    setMonitors(options.monitors);
+    if (options.sessionBus)
+        startBus();
+    startWindowManager(options.windowManager);
+    m_screen.setBackground(options.background);
+    if (options.compositor)
+        startCompositor();
+    if (options.accessibility)
+        m_accessibility = std::make_unique<Accessibility>(*m_bus);
+}
+
+DesktopSession::~DesktopSession() = default;
+
+Program &DesktopSession::start(const QString &program, const QStringList &arguments,
+                               const QProcessEnvironment &extraEnvironment)
+{
+    QProcessEnvironment environment = m_environment;
+    environment.insert(extraEnvironment);
+    return *m_programs.emplace_back(std::make_unique<Program>(program, arguments, environment));
+}
+
+void DesktopSession::startBus()
+{
+    const QString address = m_environment.value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
+    m_busDaemon = std::make_unique<Program>(
+        QStringLiteral("dbus-daemon"),
+        QStringList{QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                    QStringLiteral("--print-address"), QStringLiteral("--address=") + address},
+        m_environment);
+    m_busDaemon->waitForOutput(QStringLiteral("^unix:"));
+    m_bus = std::make_unique<Bus>(address);
+}
+
+void DesktopSession::setMonitors(const QList<QRect> &monitors)
+{
+    // The one output of the virtual server goes to the first; the others have none.
+    QString output = QStringLiteral("screen");
+    for (const QRect &monitor : monitors) {
+        const QString name = QStringLiteral("monitor-%1").arg(monitors.indexOf(monitor));
+        const QString geometry = QStringLiteral("%1/0x%2/0+%3+%4")
+                                     .arg(monitor.width())
+                                     .arg(monitor.height())
+                                     .arg(monitor.x())
+                                     .arg(monitor.y());
+        Program &xrandr = start(QStringLiteral("xrandr"), {QStringLiteral("--setmonitor"), name, geometry, output});
+        if (xrandr.waitForExit() != 0)
+            throw DesktopFailure(QStringLiteral("xrandr: ") + QString::fromUtf8(xrandr.standardError()));
+        output = QStringLiteral("none");
+    }
+}
+
+void DesktopSession::startWindowManager(WindowManager windowManager)
+{
+    if (windowManager == WindowManager::None)
+        return;
+    const bool isKWin = windowManager == WindowManager::KWin;
+    m_windowManager = std::make_unique<Program>(
+        isKWin ? QStringLiteral("kwin_x11") : QStringLiteral("openbox"),
+        QStringList{isKWin ? QStringLiteral("--no-kactivities") : QStringLiteral("--sm-disable")}, m_environment);
+    // kwin_x11 does not answer as waitForManager() expects, but composites only once it works.
+    if (isKWin)
+        waitUntil([this] { return m_windows.hasManager() && isComposited(); }, QStringLiteral("kwin_x11 was ready"));
+    else
+        m_windows.waitForManager();
+}
+
+void DesktopSession::stopWindowManager()
+{
+    m_windowManager.reset();
+    waitUntil([this] { return !m_windows.hasManager(); }, QStringLiteral("the window manager had gone"));
+}
+
+bool DesktopSession::isComposited() const
+{
+    const auto cookie = xcb_get_selection_owner(m_connection, m_connection.atom("_NET_WM_CM_S0"));
+    const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(m_connection, cookie, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+void DesktopSession::startCompositor()
+{
+    m_compositor = std::make_unique<Program>(QStringLiteral("picom"),
+                                             QStringList{QStringLiteral("--backend"), QStringLiteral("xrender"),
+                                                         QStringLiteral("--config"), QStringLiteral("/dev/null")},
+                                             m_environment);
+    waitUntil([this] { return isComposited(); }, QStringLiteral("the compositor was ready"));
+}
+
+void DesktopSession::stopCompositor()
+{
+    m_compositor.reset();
+    waitUntil([this] { return !isComposited(); }, QStringLiteral("the compositor had gone"));
+}
+
+} // namespace Orbita

@@ -1,14 +1,18 @@
 #include "platform/Image.h"
 
+#include "platform/SvgContent.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QPainter>
+#include <QSet>
 #include <QSvgRenderer>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <mutex>
 
 // Resources in a static library are only found after this, which must not stand in a namespace.
 static void initializeResources()
@@ -23,11 +27,31 @@ namespace {
 constexpr qint64 maximumFileSize = 32 * 1024 * 1024; // bytes
 constexpr int maximumSide = 8192;                    // pixels
 
+bool isLarge(QSize pixels)
+{
+    return qint64(pixels.width()) * pixels.height() > 4096 * 4096;
+}
+
+bool isWithinLimits(QSize pixels)
+{
+    return pixels.width() <= maximumSide && pixels.height() <= maximumSide;
+}
+
+/// What is drawn by ourselves and by no other program: an image plug-in may start one for a format such as EPS.
+bool isKnownFormat(const QByteArray &format)
+{
+    static const QSet<QByteArray> known{"png", "jpg", "jpeg", "gif", "bmp", "ico",  "icns", "tif",  "tiff", "webp",
+                                        "xpm", "xbm", "ppm",  "pgm", "pbm", "avif", "heic", "heif", "jxl",  "jp2"};
+    return known.contains(format);
+}
+
 QImage renderSvg(const QString &path, QSize devicePixels)
 {
-    QSvgRenderer renderer(path);
-    if (!renderer.isValid())
+    const QByteArray document = readSvg(path);
+    QSvgRenderer renderer;
+    if (document.isEmpty() || !renderer.load(document))
         return {};
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
     QSize natural = renderer.defaultSize();
     if (natural.isEmpty())
         natural = devicePixels;
@@ -43,23 +67,56 @@ QImage renderSvg(const QString &path, QSize devicePixels)
 
 QImage scaledToFit(const QImage &pixels, QSize devicePixels)
 {
-    const QImage premultiplied = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (pixels.width() <= devicePixels.width() && pixels.height() <= devicePixels.height())
-        return premultiplied;
-    return premultiplied.scaled(devicePixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        return pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QSize fitted = pixels.size().scaled(devicePixels, Qt::KeepAspectRatio).expandedTo({1, 1});
+    // Colours of transparent pixels must not bleed into the edges, so alpha is multiplied in before scaling.
+    return pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied)
+        .scaled(fitted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-QImage renderBitmap(const QString &path, QSize devicePixels)
+/// Lets the decoder shrink while it reads where it can, so that a photo does not need its full size in memory.
+void shrinkWhileReading(QImageReader &reader, QSize natural, QSize devicePixels)
 {
-    QImageReader reader(path);
+    if (reader.format() != "jpeg" && reader.format() != "jpg")
+        return;
+    const bool isTurned = reader.transformation() & QImageIOHandler::TransformationRotate90;
+    const QSize bounds = isTurned ? devicePixels.transposed() : devicePixels;
+    if (natural.width() > bounds.width() || natural.height() > bounds.height())
+        reader.setScaledSize(natural.scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1}));
+}
+
+QImage renderBitmap(QImageReader &reader, QSize devicePixels)
+{
     reader.setAutoTransform(true);
     const QSize natural = reader.size();
-    if (natural.width() > maximumSide || natural.height() > maximumSide)
+    if (!isWithinLimits(natural))
         return {};
-    QImage pixels = reader.read();
-    if (pixels.isNull() || std::max(pixels.width(), pixels.height()) > maximumSide)
+    // A picture at the limit needs half a gigabyte for a moment; several at once on a thread pool would be too much.
+    static std::mutex oneLargePicture;
+    std::unique_lock lock(oneLargePicture, std::defer_lock);
+    if (!natural.isValid() || isLarge(natural))
+        lock.lock();
+    shrinkWhileReading(reader, natural, devicePixels);
+    const QImage pixels = reader.read();
+    return pixels.isNull() || !isWithinLimits(pixels.size()) ? QImage() : scaledToFit(pixels, devicePixels);
+}
+
+QImage renderFile(const QString &path, QSize devicePixels)
+{
+    // Opening a pipe or a device would wait for ever.
+    const QFileInfo info(path);
+    if (!info.isFile() || info.size() > maximumFileSize)
         return {};
-    return scaledToFit(pixels, devicePixels);
+    const QString suffix = info.suffix().toLower();
+    if (suffix == QLatin1String("svg") || suffix == QLatin1String("svgz"))
+        return renderSvg(path, devicePixels);
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true); // the name of a ".DirIcon" says nothing, others may lie
+    const QByteArray format = reader.format();
+    if (format.startsWith("svg"))
+        return renderSvg(path, devicePixels);
+    return isKnownFormat(format) ? renderBitmap(reader, devicePixels) : QImage();
 }
 
 class FileSource final : public ImageSource {
@@ -68,14 +125,7 @@ public:
 
     QImage render(QSize devicePixels) const override
     {
-        const QFileInfo info(m_path);
-        QImage pixels;
-        // Opening a pipe or a device would wait for ever.
-        if (info.isFile() && info.size() <= maximumFileSize) {
-            const QString suffix = info.suffix().toLower();
-            const bool isSvg = suffix == QLatin1String("svg") || suffix == QLatin1String("svgz");
-            pixels = isSvg ? renderSvg(m_path, devicePixels) : renderBitmap(m_path, devicePixels);
-        }
+        const QImage pixels = renderFile(m_path, devicePixels);
         return pixels.isNull() ? m_fallback.render(devicePixels) : pixels;
     }
 

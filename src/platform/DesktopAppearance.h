@@ -17,6 +17,7 @@ public:
 
 Q_SIGNALS:
     void motionReducedChanged(bool reduced);
+    void darkPanelChanged(bool dark);
 };
 
 } // namespace Orbita

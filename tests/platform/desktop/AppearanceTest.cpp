@@ -1,0 +1,96 @@
+#include "PrivateSession.h"
+
+#include "platform/desktop/AppearanceRules.h"
+#include "platform/desktop/FreedesktopAppearance.h"
+
+#include <gtest/gtest.h>
+
+#include "support/RowName.h"
+
+namespace Orbita {
+
+namespace {
+
+struct Row {
+    const char *name;
+    AppearanceHints hints;
+    bool motionReduced;
+    bool darkPanel;
+};
+
+QStringList desktops(const char *names)
+{
+    return QString::fromLatin1(names).split(u':');
+}
+
+class AppearanceRules : public testing::TestWithParam<Row> {};
+
+TEST_P(AppearanceRules, FollowTheDesktop)
+{
+    EXPECT_EQ(isMotionReduced(GetParam().hints), GetParam().motionReduced);
+    EXPECT_EQ(hasDarkPanel(GetParam().hints), GetParam().darkPanel);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Desktops, AppearanceRules,
+    testing::Values(
+        Row{"nothing is known", {}, false, false}, Row{"animations off", {{}, false, {}, false, {}}, true, false},
+        Row{"GNOME is dark on top in light windows", {desktops("ubuntu:GNOME"), true, {}, false, {}}, false, true},
+        Row{"the classic session is light", {desktops("GNOME-Classic:GNOME"), true, {}, false, {}}, false, false},
+        Row{"a desktop that follows the preference", {desktops("XFCE"), {}, {}, true, {}}, false, true},
+        Row{"KDE without animations, dark", {desktops("KDE"), true, 0.0, false, QColor(49, 54, 59)}, true, true},
+        Row{"KDE with slow animations, light", {desktops("KDE"), {}, 2.0, true, QColor(239, 240, 241)}, false, false},
+        Row{"KDEs file does not count elsewhere", {desktops("XFCE"), true, 0.0, false, QColor(0, 0, 0)}, false, false}),
+    rowName<Row>);
+
+class FreedesktopAppearanceTest : public testing::Test {
+protected:
+    FreedesktopAppearanceTest()
+    {
+        PrivateSession::clear();
+        qputenv("XDG_CURRENT_DESKTOP", "KDE");
+    }
+    ~FreedesktopAppearanceTest() override { qputenv("XDG_CURRENT_DESKTOP", "Here"); }
+
+    static void writeGlobals(const QByteArray &content)
+    {
+        PrivateSession::write(QStringLiteral("config/kdeglobals"), content);
+    }
+};
+
+TEST_F(FreedesktopAppearanceTest, KdesFileIsFollowed)
+{
+    const FreedesktopAppearance appearance;
+    EXPECT_FALSE(appearance.isMotionReduced());
+    bool isStill = false;
+    bool isDark = false;
+    QObject::connect(&appearance, &DesktopAppearance::motionReducedChanged, &appearance, [&](bool b) { isStill = b; });
+    QObject::connect(&appearance, &DesktopAppearance::darkPanelChanged, &appearance, [&](bool b) { isDark = b; });
+    writeGlobals("[KDE]\nAnimationDurationFactor=0\n[Colors:Window]\nBackgroundNormal=49,54,59\n");
+    ASSERT_TRUE(waitUntil([&] { return isStill && isDark; }));
+    EXPECT_TRUE(appearance.isMotionReduced());
+    EXPECT_TRUE(appearance.hasDarkPanel());
+}
+
+TEST_F(FreedesktopAppearanceTest, NonsenseInKdesFileCountsAsUnset)
+{
+    writeGlobals("[KDE]\nAnimationDurationFactor=fast\n[Colors:Window]\nBackgroundNormal=1,999999999999,\n[[[");
+    const FreedesktopAppearance appearance;
+    EXPECT_FALSE(appearance.isMotionReduced());
+}
+
+TEST_F(FreedesktopAppearanceTest, TheSharedSettingsAreFollowed)
+{
+    FreedesktopAppearance appearance;
+    EXPECT_FALSE(appearance.isMotionReduced());
+    bool isStill = false;
+    QObject::connect(&appearance, &DesktopAppearance::motionReducedChanged, &appearance, [&](bool b) { isStill = b; });
+    PrivateSession::write(QStringLiteral("config/glib-2.0/settings/keyfile"),
+                          "[org/gnome/desktop/interface]\nenable-animations=false\n");
+    ASSERT_TRUE(waitUntil([&] { return isStill; }));
+    EXPECT_TRUE(appearance.isMotionReduced());
+}
+
+} // namespace
+
+} // namespace Orbita

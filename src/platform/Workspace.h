@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 #include <optional>
@@ -40,6 +41,10 @@ public:
     [[nodiscard]] virtual QString displayName(const QString &path) const = 0;
     /// The icon of the file or application at \a path. Never null: at worst the bundled "Default".
     [[nodiscard]] virtual Image icon(const QString &path) const = 0;
+    /// The path of the application that openFile() hands the file or folder at \a path to.
+    [[nodiscard]] virtual std::optional<QString> defaultApplicationForFile(const QString &path) const = 0;
+    /// The paths of all applications that say that they open what is at \a path, in the desktop's order.
+    [[nodiscard]] virtual QStringList applicationsForFile(const QString &path) const = 0;
     /// The path of the application that opens URLs of \a scheme.
     [[nodiscard]] virtual std::optional<QString> defaultApplicationForScheme(const QString &scheme) const = 0;
     /// The path of the application that plays the role of the core entry \a name ("Finder", "Safari", ...);

@@ -51,6 +51,17 @@ Image MemoryWorkspace::icon(const QString &path) const
     return planted != icons.cend() ? *planted : Image::named(QStringLiteral("Default"));
 }
 
+std::optional<QString> MemoryWorkspace::defaultApplicationForFile(const QString &path) const
+{
+    const QStringList handlers = fileHandlers.value(path);
+    return handlers.isEmpty() ? std::nullopt : std::optional(handlers.first());
+}
+
+QStringList MemoryWorkspace::applicationsForFile(const QString &path) const
+{
+    return fileHandlers.value(path);
+}
+
 std::optional<QString> MemoryWorkspace::defaultApplicationForScheme(const QString &scheme) const
 {
     const auto found = schemeHandlers.constFind(scheme);

@@ -20,12 +20,15 @@ public:
     [[nodiscard]] Result<void, Error> showInFileManager(const QString &path) override;
     [[nodiscard]] QString displayName(const QString &path) const override;
     [[nodiscard]] Image icon(const QString &path) const override;
+    [[nodiscard]] std::optional<QString> defaultApplicationForFile(const QString &path) const override;
+    [[nodiscard]] QStringList applicationsForFile(const QString &path) const override;
     [[nodiscard]] std::optional<QString> defaultApplicationForScheme(const QString &scheme) const override;
     [[nodiscard]] std::optional<QString> coreApplication(const QString &name) const override;
 
     QHash<QString, QString> displayNames;     ///< path -> name; other paths are called by their last component
     QHash<QString, QString> coreApplications; ///< core entry -> application path
     QHash<QString, QString> schemeHandlers;   ///< scheme -> application path
+    QHash<QString, QStringList> fileHandlers; ///< path -> application paths, the default one first
     QHash<QString, Image> icons;              ///< path -> icon; other paths get the bundled "Default"
     std::optional<Error> nextError;           ///< what the next action answers, once
 

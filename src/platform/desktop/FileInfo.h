@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/desktop/Glib.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace Orbita {
+
+/// The name of the file at \a path as the desktop shows it.
+[[nodiscard]] QString fileDisplayName(const QString &path);
+
+/// The names of theme icons for the file at \a path, best first, told from its name alone so that no file is opened.
+[[nodiscard]] QStringList fileIconNames(const QString &path);
+
+/// The content type of the file at \a path, from its name and, where that is not enough, its first bytes.
+/// Empty when there is no such file.
+[[nodiscard]] QString contentType(const QString &path);
+
+/// The default application of \a contentType; null when there is none.
+[[nodiscard]] GObjectPointer<GDesktopAppInfo> defaultApplication(const QString &contentType);
+
+} // namespace Orbita

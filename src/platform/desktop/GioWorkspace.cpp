@@ -1,0 +1,215 @@
+#include "platform/desktop/Glib.h"
+
+#include "platform/desktop/GioWorkspace.h"
+
+#include "platform/Log.h"
+#include "platform/desktop/ApplicationBundle.h"
+#include "platform/desktop/ApplicationEntry.h"
+#include "platform/desktop/CoreApplications.h"
+#include "platform/desktop/FileInfo.h"
+#include "platform/desktop/FileManagerClient.h"
+#include "platform/desktop/Launcher.h"
+#include "platform/desktop/StartupNotifier.h"
+#include "platform/desktop/ThemeIcons.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMetaMethod>
+
+namespace Orbita {
+
+namespace {
+
+/// An installation is many changes, and at the first of them an entry is not complete yet.
+constexpr std::chrono::milliseconds changeDelay{250};
+
+QString fileUri(const QString &path)
+{
+    // GLib encodes the bytes of the name, whatever they are; QUrl could only encode text.
+    const QByteArray absolute = QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    const GlibPointer<char> uri(g_filename_to_uri(absolute.constData(), nullptr, nullptr));
+    return QString::fromUtf8(uri.get());
+}
+
+std::optional<QString> pathOf(GDesktopAppInfo *application)
+{
+    const char *path = application ? g_desktop_app_info_get_filename(application) : nullptr;
+    return path ? std::optional(QFile::decodeName(path)) : std::nullopt;
+}
+
+GObjectPointer<GDesktopAppInfo> schemeHandler(const QString &scheme)
+{
+    GAppInfo *info = scheme.isEmpty() ? nullptr : g_app_info_get_default_for_uri_scheme(scheme.toUtf8().constData());
+    return GObjectPointer<GDesktopAppInfo>(reinterpret_cast<GDesktopAppInfo *>(info));
+}
+
+/// Whether opening \a path means starting it. A document may lie in a folder whose name looks like an application.
+bool isLaunchable(const QString &path)
+{
+    const QString clean = QDir::cleanPath(path);
+    const bool isFolder = QFileInfo(clean).isDir();
+    if (clean.endsWith(QLatin1String(".desktop")))
+        return !isFolder;
+    return clean.endsWith(QLatin1String(isFolder ? ".app" : ".AppImage"))
+        && !ApplicationBundle::read(clean).executable.isEmpty();
+}
+
+} // namespace
+
+GioWorkspace::GioWorkspace(std::unique_ptr<StartupNotifier> notifier, QObject *parent)
+    : Workspace(parent),
+      m_notifier(std::move(notifier)),
+      m_icons(std::make_unique<ThemeIcons>()),
+      m_fileManager(std::make_unique<FileManagerClient>())
+{
+    Q_ASSERT(m_notifier);
+    m_changeTimer.setSingleShot(true);
+    m_changeTimer.setInterval(changeDelay);
+    connect(&m_changeTimer, &QTimer::timeout, this, &GioWorkspace::reportChange);
+    connect(m_fileManager.get(), &FileManagerClient::refused, this, [this](const QString &path) {
+        const QString folder = QFileInfo(path).isDir() ? path : QFileInfo(path).path();
+        if (!openWithDefault(folder))
+            qCWarning(lcPlatform) << "There is no file manager to show" << path;
+    });
+}
+
+GioWorkspace::~GioWorkspace()
+{
+    if (m_monitor) {
+        g_signal_handlers_disconnect_by_data(m_monitor, &m_changeTimer);
+        g_object_unref(m_monitor);
+    }
+}
+
+Result<void, Workspace::Error> GioWorkspace::launchApplication(const QString &path)
+{
+    const auto application = applicationEntry(path);
+    return application ? launch(application.value().get(), {}, *m_notifier) : Failure(application.error());
+}
+
+Result<void, Workspace::Error> GioWorkspace::openUrl(const QUrl &url)
+{
+    if (url.isLocalFile())
+        return openFile(url.toLocalFile());
+    const auto application = schemeHandler(url.scheme());
+    if (!application)
+        return Failure(Error::NoApplication);
+    return launch(application.get(), {url.toString(QUrl::FullyEncoded)}, *m_notifier);
+}
+
+Result<void, Workspace::Error> GioWorkspace::openFile(const QString &path)
+{
+    if (!QFileInfo::exists(path))
+        return Failure(Error::NotFound);
+    return isLaunchable(path) ? launchApplication(path) : openWithDefault(path);
+}
+
+Result<void, Workspace::Error> GioWorkspace::openWithDefault(const QString &path)
+{
+    const auto application = defaultApplication(contentType(path));
+    if (!application)
+        return Failure(Error::NoApplication);
+    return launch(application.get(), {fileUri(path)}, *m_notifier);
+}
+
+Result<void, Workspace::Error> GioWorkspace::openFile(const QString &path, const QString &applicationPath)
+{
+    if (!QFileInfo::exists(path))
+        return Failure(Error::NotFound);
+    const auto application = applicationEntry(applicationPath);
+    if (!application)
+        return Failure(application.error());
+    return launch(application.value().get(), {fileUri(path)}, *m_notifier);
+}
+
+Result<void, Workspace::Error> GioWorkspace::showInFileManager(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return Failure(Error::NotFound);
+    if (m_fileManager->show(info.absoluteFilePath(), m_notifier->token()))
+        return {};
+    return openWithDefault(info.isDir() ? path : info.path());
+}
+
+QString GioWorkspace::displayName(const QString &path) const
+{
+    return isLaunchable(path) ? applicationLook(path).name : fileDisplayName(path);
+}
+
+Image GioWorkspace::icon(const QString &path) const
+{
+    if (isLaunchable(path)) {
+        const QString own = applicationLook(path).icon;
+        if (!own.isEmpty())
+            return m_icons->icon({own, QStringLiteral("application-x-executable")});
+        if (path.endsWith(QLatin1String(".desktop")))
+            return m_icons->icon({QStringLiteral("application-x-executable")});
+    }
+    return m_icons->icon(fileIconNames(path));
+}
+
+std::optional<QString> GioWorkspace::defaultApplicationForFile(const QString &path) const
+{
+    return pathOf(defaultApplication(contentType(path)).get());
+}
+
+QStringList GioWorkspace::applicationsForFile(const QString &path) const
+{
+    QStringList paths;
+    const QString type = contentType(path);
+    if (type.isEmpty())
+        return paths;
+    GList *all = g_app_info_get_all_for_type(type.toUtf8().constData());
+    for (GList *node = all; node; node = node->next) {
+        if (const auto application = pathOf(static_cast<GDesktopAppInfo *>(node->data)))
+            paths << *application;
+    }
+    g_list_free_full(all, g_object_unref);
+    return paths;
+}
+
+std::optional<QString> GioWorkspace::defaultApplicationForScheme(const QString &scheme) const
+{
+    return pathOf(schemeHandler(scheme).get());
+}
+
+std::optional<QString> GioWorkspace::coreApplication(const QString &name) const
+{
+    if (!m_coreApplications) {
+        auto *self = const_cast<GioWorkspace *>(this);
+        self->m_coreApplications
+            = std::make_unique<CoreApplications>(CoreApplications::bundledTable(), &CoreApplications::lookUp);
+        self->startMonitoring(); // what is remembered must not outlive an installation
+    }
+    return m_coreApplications->find(name);
+}
+
+void GioWorkspace::connectNotify(const QMetaMethod &signal)
+{
+    if (signal == QMetaMethod::fromSignal(&Workspace::applicationsChanged))
+        QMetaObject::invokeMethod(this, &GioWorkspace::startMonitoring, Qt::QueuedConnection);
+}
+
+void GioWorkspace::startMonitoring()
+{
+    if (!m_monitor) {
+        m_monitor = g_app_info_monitor_get();
+        const auto changed = +[](QTimer *timer) { timer->start(); };
+        g_signal_connect_swapped(m_monitor, "changed", G_CALLBACK(changed), &m_changeTimer);
+    }
+    // GIO watches the applications folders only from a look-up until their next change.
+    const GObjectPointer<GDesktopAppInfo> any(g_desktop_app_info_new("org.orbita.Orbita.desktop"));
+}
+
+void GioWorkspace::reportChange()
+{
+    m_icons->clear();
+    if (m_coreApplications)
+        m_coreApplications->clear();
+    startMonitoring();
+    Q_EMIT applicationsChanged();
+}
+
+} // namespace Orbita

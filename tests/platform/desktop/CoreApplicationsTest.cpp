@@ -1,0 +1,94 @@
+#include "PrivateSession.h"
+
+#include "platform/desktop/CoreApplications.h"
+#include "platform/desktop/DesktopFile.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+
+namespace {
+
+QString s(const char *text)
+{
+    return QLatin1String(text);
+}
+
+TEST(CoreApplications, TheFirstCandidateThatIsThereIsRememberedUntilCleared)
+{
+    QStringList installed{s("b.desktop"), s("c.desktop")};
+    int lookups = 0;
+    CoreApplications applications({{s("Role"), {s("a.desktop"), s("b.desktop"), s("c.desktop")}}},
+                                  [&](const QString &candidate) -> std::optional<QString> {
+                                      ++lookups;
+                                      return installed.contains(candidate) ? std::optional(s("/") + candidate)
+                                                                           : std::nullopt;
+                                  });
+    EXPECT_EQ(applications.find(s("Role")), s("/b.desktop"));
+    EXPECT_EQ(applications.find(s("Role")), s("/b.desktop"));
+    EXPECT_EQ(lookups, 2);
+    installed.clear();
+    applications.clear();
+    EXPECT_EQ(applications.find(s("Role")), std::nullopt);
+    EXPECT_EQ(applications.find(s("Other")), std::nullopt);
+}
+
+TEST(CoreApplications, TheTableHasTheSixRolesAndEveryCandidateIsWellFormed)
+{
+    const auto table = CoreApplications::bundledTable();
+    EXPECT_EQ(table.size(), 6);
+    for (const char *role : {"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail"})
+        EXPECT_FALSE(table.value(s(role)).isEmpty()) << role;
+    for (const QString &candidate : table[s("Launchpad")] + table[s("Finder")] + table[s("Mail")]) {
+        if (candidate.startsWith(u':'))
+            EXPECT_TRUE(DesktopFile::read(candidate)) << qPrintable(candidate);
+        else
+            EXPECT_TRUE(candidate.endsWith(s(".desktop")) || candidate.contains(u':')) << qPrintable(candidate);
+    }
+}
+
+class LookUp : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        PrivateSession::clear();
+        probe.emplace(s("program"));
+    }
+
+    std::optional<Probe> probe;
+};
+
+TEST_F(LookUp, FindsHandlersAndIds)
+{
+    const QString path = PrivateSession::install(
+        s("music.desktop"), probe->desktopFile("%p %U", "MimeType=audio/mpeg;x-scheme-handler/https;"));
+    EXPECT_EQ(CoreApplications::lookUp(s("mime:audio/mpeg")), std::nullopt);
+    PrivateSession::associate(s("audio/mpeg"), s("music.desktop"));
+    PrivateSession::associate(s("x-scheme-handler/https"), s("music.desktop"));
+    // Reading the defaults anew takes GIO a notice from the file system.
+    EXPECT_TRUE(waitUntil([&] { return CoreApplications::lookUp(s("mime:audio/mpeg")) == path; }));
+    EXPECT_EQ(CoreApplications::lookUp(s("scheme:https")), path);
+    EXPECT_EQ(CoreApplications::lookUp(s("music.desktop")), path);
+    EXPECT_EQ(CoreApplications::lookUp(s("none.desktop")), std::nullopt);
+}
+
+TEST_F(LookUp, PassesOverOrbitaAndOtherDesktopsApplications)
+{
+    PrivateSession::install(s("org.orbita.Orbita.desktop"), probe->desktopFile());
+    PrivateSession::install(s("self.desktop"),
+                            "[Desktop Entry]\nType=Application\nName=Me\nExec="
+                                + QFile::encodeName(QCoreApplication::applicationFilePath()) + "\n");
+    PrivateSession::install(s("elsewhere.desktop"), probe->desktopFile("%p", "OnlyShowIn=Elsewhere;"));
+    PrivateSession::install(s("here.desktop"), probe->desktopFile("%p", "OnlyShowIn=Here;"));
+    EXPECT_TRUE(waitUntil([] { return CoreApplications::lookUp(s("here.desktop")).has_value(); }));
+    EXPECT_EQ(CoreApplications::lookUp(s("org.orbita.Orbita.desktop")), std::nullopt);
+    EXPECT_EQ(CoreApplications::lookUp(s("self.desktop")), std::nullopt);
+    EXPECT_EQ(CoreApplications::lookUp(s("elsewhere.desktop")), std::nullopt);
+}
+
+} // namespace
+
+} // namespace Orbita

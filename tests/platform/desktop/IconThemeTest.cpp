@@ -1,0 +1,144 @@
+#include "PrivateSession.h"
+
+#include "platform/desktop/GioWorkspace.h"
+#include "platform/desktop/IconTheme.h"
+#include "platform/desktop/StartupNotifier.h"
+#include "platform/desktop/ThemeIcons.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include "support/RowName.h"
+
+#include <sys/stat.h>
+
+namespace Orbita {
+
+namespace {
+
+QString s(const char *text)
+{
+    return QLatin1String(text);
+}
+
+struct OrderRow {
+    const char *name;
+    IconThemeHints hints;
+    QStringList start;
+};
+
+class IconThemeOrder : public testing::TestWithParam<OrderRow> {};
+
+TEST_P(IconThemeOrder, BeginsWithTheUsersChoiceAndAlwaysEndsInHicolor)
+{
+    const QStringList order = iconThemeOrder(GetParam().hints);
+    EXPECT_EQ(order.mid(0, GetParam().start.size()), GetParam().start);
+    EXPECT_EQ(order.last(), s("hicolor"));
+    EXPECT_EQ(QSet<QString>(order.begin(), order.end()).size(), order.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Hints, IconThemeOrder,
+    testing::Values(
+        OrderRow{"nothing is known", {}, {s("Papirus"), s("breeze")}},
+        OrderRow{"hicolor is nobodys choice", {false, {}, s("hicolor"), {}, {}, s("hicolor")}, {s("Papirus")}},
+        OrderRow{"the users setting before the shipped one",
+                 {false, {}, {}, s("Shipped"), s("Gtk"), s("Qt")},
+                 {s("Gtk"), s("Qt"), s("Shipped"), s("Papirus")}},
+        OrderRow{"KDE has its own", {true, s("Kde"), s("Gnome"), {}, {}, s("Qt")}, {s("Kde"), s("Qt"), s("Gnome")}},
+        OrderRow{"a file of KDE does not count elsewhere", {false, s("Kde"), s("Gnome"), {}, {}, {}}, {s("Gnome")}}),
+    rowName<OrderRow>);
+
+QByteArray png(int side, Qt::GlobalColor color)
+{
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(color);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+/// A theme "Plain", which the schema of this test's session names, that has "probe" in red at 16 and blue at 64.
+class ThemeIconsTest : public testing::Test {
+protected:
+    ThemeIconsTest()
+    {
+        PrivateSession::clear();
+        PrivateSession::write(s("data/icons/Plain/index.theme"),
+                              "[Icon Theme]\nName=Plain\nDirectories=16,64\n"
+                              "[16]\nSize=16\nType=Fixed\n[64]\nSize=64\nType=Fixed\n");
+        PrivateSession::write(s("data/icons/Plain/16/probe.png"), png(16, Qt::red));
+        PrivateSession::write(s("data/icons/Plain/64/probe.png"), png(64, Qt::blue));
+    }
+    static QRgb colorOf(const Image &image, int side) { return image.render({side, side}).pixel(1, 1); }
+
+    ThemeIcons icons;
+    const QRgb red = QColor(Qt::red).rgba();
+    const QRgb blue = QColor(Qt::blue).rgba();
+    const Image standIn = Image::named(s("Default"));
+};
+
+TEST_F(ThemeIconsTest, TheFileForTheSizeIsDrawnAndTheSourceShared)
+{
+    const Image image = icons.icon({s("missing"), s("probe")});
+    EXPECT_EQ(colorOf(image, 16), red);
+    EXPECT_EQ(colorOf(image, 60), blue);
+    EXPECT_EQ(image, icons.icon({s("probe")}));
+}
+
+TEST_F(ThemeIconsTest, ADamagedFileGivesWayToTheNextOne)
+{
+    PrivateSession::write(s("data/icons/Plain/16/probe.png"), "damaged");
+    EXPECT_EQ(colorOf(icons.icon({s("probe")}), 16), blue);
+}
+
+TEST_F(ThemeIconsTest, PixmapFoldersComeAfterTheTheme)
+{
+    PrivateSession::write(s("data/pixmaps/lonely.png"), png(16, Qt::red));
+    PrivateSession::write(s("data/pixmaps/probe.png"), png(16, Qt::green));
+    EXPECT_EQ(colorOf(icons.icon({s("lonely")}), 16), red);
+    EXPECT_EQ(colorOf(icons.icon({s("probe")}), 16), red);
+}
+
+TEST_F(ThemeIconsTest, WhatCannotBeDrawnIsDrawnAsDefault)
+{
+    const QImage expected = standIn.render({16, 16});
+    ASSERT_FALSE(expected.isNull());
+    QImage wide(20'000, 1, QImage::Format_RGB32);
+    wide.fill(Qt::red);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    wide.save(&buffer, "PNG");
+    const QString pipe = PrivateSession::path(s("files/pipe.png"));
+    mkfifo(QFile::encodeName(pipe).constData(), 0600);
+    const QStringList bad{s(""),
+                          s("no-such-icon"),
+                          s("../../../etc/passwd"),
+                          pipe,
+                          QDir::homePath(),
+                          s("/no/such.png"),
+                          PrivateSession::write(s("files/wide.png"), bytes),
+                          PrivateSession::write(s("files/bad.svg"), "<svg><g>")};
+    for (const QString &name : bad)
+        EXPECT_EQ(icons.icon({name}).render({16, 16}), expected) << qPrintable(name);
+}
+
+TEST_F(ThemeIconsTest, AnApplicationShowsItsIconWhetherItRunsOrNot)
+{
+    const GioWorkspace workspace(std::make_unique<NoStartupNotifier>());
+    const QString broken = PrivateSession::install(
+        s("broken.desktop"), "[Desktop Entry]\nType=Application\nName=X\nExec=/no/such\nIcon=probe\n");
+    EXPECT_EQ(colorOf(workspace.icon(broken), 64), blue);
+    const QString folder = PrivateSession::path(s("files/F.app"));
+    PrivateSession::write(s("files/F.app/.DirIcon"), png(16, Qt::red));
+    const Probe probe(s("F.app/AppRun"));
+    EXPECT_EQ(colorOf(workspace.icon(folder), 16), red);
+}
+
+} // namespace
+
+} // namespace Orbita

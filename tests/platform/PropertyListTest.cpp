@@ -250,6 +250,10 @@ INSTANTIATE_TEST_SUITE_P(
                ReadError::Malformed},
         BadRow{"an entity of its own", "<!DOCTYPE plist [<!ENTITY x \"hi\">]><plist><string>&x;</string></plist>",
                ReadError::Malformed},
+        BadRow{"an attribute of its own", "<!DOCTYPE plist [<!ATTLIST plist a CDATA 'x'>]><plist><true/></plist>",
+               ReadError::Malformed},
+        BadRow{"a million attributes", "<plist " + QByteArray("a='>' ").repeated(1'000'000) + "><true/></plist>",
+               ReadError::Malformed},
         BadRow{"200,000 open arrays", QByteArray("<plist>") + QByteArray("<array>").repeated(200'000),
                ReadError::TooDeep},
         BadRow{"100,000 nested dictionaries",
@@ -307,7 +311,8 @@ TEST(PropertyListDecode, acceptsWhatOthersWrite)
 {
     const QByteArray bytes = "\xef\xbb\xbf<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
                              "<!DOCTYPE plist PUBLIC \"-//X//DTD PLIST 1.0//EN\" \"http://example.org/p.dtd\">"
-                             "<!-- note --><plist version=\"1.0\"><array>\n\t<string>a&#x1F600;<![CDATA[<b>]]></string>"
+                             "<!-- note ==================== --><plist "
+                             "version=\"1.0\"><array>\n\t<string>a&#x1F600;<![CDATA[<b>]]></string>"
                              "<data>\n\tQUJD\n\tREVG\n\t</data><integer> 5 </integer><!-- x --><string>\xff</string>"
                              "</array></plist>";
     const auto decoded = PropertyList::decode(bytes);

@@ -5,8 +5,8 @@
 /// The XML format, on Qt's XML streams.
 namespace Orbita::PropertyList {
 
-/// Decodes \a bytes, in which bytes that are no UTF-8 read as U+FFFD. A document type that declares anything is
-/// refused, so there are no entities to expand.
+/// Decodes \a bytes, in which bytes that are no UTF-8 read as U+FFFD. A document type that declares
+/// entities or attributes is refused.
 [[nodiscard]] Result<QVariant, ReadError> decodeXml(const QByteArray &bytes);
 
 /// Characters that XML cannot carry (control characters, lone surrogates) are written as U+FFFD, dates in whole

@@ -35,7 +35,7 @@ enum class WriteError {
 /// Whether a property list can hold \a date: it is valid and in one of the years 1 to 9999.
 [[nodiscard]] bool isRepresentable(const QDateTime &date);
 
-inline constexpr qint64 maximumSize = 16 * 1024 * 1024; ///< bytes
+inline constexpr qint64 maximumSize = 16LL * 1024 * 1024; ///< bytes
 inline constexpr int maximumDepth = 512;
 inline constexpr int maximumValues = 1'000'000; ///< at any depth, the root and keys included
 

@@ -203,7 +203,7 @@ private:
         auto decoded = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
         if (!decoded)
             fail(ReadError::Malformed);
-        return std::move(*decoded);
+        return decoded.decoded;
     }
 
     QXmlStreamReader m_xml;

@@ -108,9 +108,12 @@ void hoverStep(benchmark::State &state)
     for (qint64 index = 0; index < state.range(0); ++index)
         step(index);
     pictures.waitUntilIdle();
+    qint64 rendered = 0;
+    QObject::connect(&pictures, &RenderedPictures::rendered, view, [&rendered] { ++rendered; });
     qint64 index = 0;
     for (auto _ : state)
         step(index++);
+    state.counters["rendered"] = benchmark::Counter(double(rendered), benchmark::Counter::kAvgIterations);
     state.counters["ratio"] = view->devicePixelRatioF();
 }
 BENCHMARK(hoverStep)->Arg(8)->Arg(12)->Arg(40)->Unit(benchmark::kMillisecond);

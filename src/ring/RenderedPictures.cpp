@@ -66,10 +66,12 @@ void RenderedPictures::setNeed(const QObject *user, qsizetype bytes)
     m_pictures.setMaxCost(std::max(m_capacity, needed));
 }
 
-qsizetype RenderedPictures::bytesFor(int side)
+qsizetype RenderedPictures::bytesFor(int least, int most)
 {
-    const qsizetype pixels = sizeClass(side);
-    return pixels * pixels * 4 + bytesPerEntry;
+    const auto *begin = std::find(classes.begin(), classes.end(), sizeClass(least));
+    const auto *end = std::find(classes.begin(), classes.end(), sizeClass(most)) + 1;
+    return std::accumulate(begin, end, qsizetype(0),
+                           [](qsizetype sum, int side) { return sum + qsizetype(side) * side * 4 + bytesPerEntry; });
 }
 
 void RenderedPictures::waitUntilIdle()

@@ -34,8 +34,8 @@ public:
 
     /// Keeps room for \a bytes that \a user paints at a time, beyond the capacity if it must be; 0 when it is done.
     void setNeed(const QObject *user, qsizetype bytes);
-    /// The room that one picture for a square of \a side device pixels takes.
-    [[nodiscard]] static qsizetype bytesFor(int side);
+    /// The room that one picture takes in all size classes for squares from \a least to \a most device pixels.
+    [[nodiscard]] static qsizetype bytesFor(int least, int most);
 
     [[nodiscard]] qsizetype bytes() const { return m_pictures.totalCost(); }
     [[nodiscard]] bool isIdle() const { return m_pending.isEmpty(); }

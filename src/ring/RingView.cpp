@@ -71,6 +71,7 @@ void RingView::reloadData(bool instantly)
     m_layout.gap = {};
     m_layout.relativeSizes.clear();
     m_layout.totalNumberOfItems = 0;
+    m_pictureNeed = 0;
     ++m_highlightRequest;
     if (m_dataSource)
         loadSections(former);

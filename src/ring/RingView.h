@@ -165,6 +165,7 @@ private:
     qint64 m_mouseOverItemIndex = NotFound;
     qint64 m_lastMouseOverItemIndex = -1;
     AnimationClock::Time m_motionStart{};
+    qsizetype m_pictureNeed = 0;    ///< bytes, the most since the last load
     quint64 m_highlightRequest = 0; ///< tells a highlight from the one that replaced it
     bool m_isMoving = false;
     bool m_bubblesAreDue = false;

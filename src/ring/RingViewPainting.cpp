@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <limits>
 
 namespace Orbita {
 
@@ -93,10 +94,19 @@ void RingView::itemChanged(const RingItem &item)
 
 void RingView::reserveRoomForPictures()
 {
-    qsizetype bytes = 0;
-    forEachItem(
-        [&](const RingItem &item) { bytes += RenderedPictures::bytesFor(pictureSide(item, devicePixelRatioF())); });
-    m_services.pictures.setNeed(this, bytes);
+    if (m_layout.totalNumberOfItems == 0)
+        return;
+    int least = std::numeric_limits<int>::max();
+    int most = 0;
+    forEachItem([&](const RingItem &item) {
+        const int side = pictureSide(item, devicePixelRatioF());
+        least = std::min(least, side);
+        most = std::max(most, side);
+    });
+    // While the pointer goes round, every item is seen in every size.
+    const qsizetype need = RenderedPictures::bytesFor(std::min(least, most), most) * m_layout.totalNumberOfItems;
+    m_pictureNeed = std::max(m_pictureNeed, need);
+    m_services.pictures.setNeed(this, m_pictureNeed);
 }
 
 void RingView::titleVisibilityChanged()

@@ -38,6 +38,9 @@ TEST(RenderedPictures, choosesTheClassAtOrAboveTheSize)
     EXPECT_EQ(RenderedPictures::sizeClass(25), 32);
     EXPECT_EQ(RenderedPictures::sizeClass(512), 512);
     EXPECT_EQ(RenderedPictures::sizeClass(4000), 512);
+    EXPECT_EQ(RenderedPictures::bytesFor(60, 100),
+              RenderedPictures::bytesFor(64, 64) + RenderedPictures::bytesFor(96, 96)
+                  + RenderedPictures::bytesFor(128, 128));
 }
 
 TEST(RenderedPictures, rendersEachClassOnceInTheBackground)
@@ -89,7 +92,7 @@ TEST(RenderedPictures, tryAnUnreadablePictureOnce)
 
 TEST(RenderedPictures, dropWhatWasNotPaintedForLongest)
 {
-    RenderedPictures pictures(3 * RenderedPictures::bytesFor(64));
+    RenderedPictures pictures(3 * RenderedPictures::bytesFor(64, 64));
     std::vector<Image> images;
     for (int i = 0; i < 4; ++i) {
         images.push_back(Image::fromSource(std::make_shared<CountingSource>()));
@@ -97,7 +100,7 @@ TEST(RenderedPictures, dropWhatWasNotPaintedForLongest)
         pictures.waitUntilIdle();
         (void)pictures.picture(images.front(), 64);
     }
-    EXPECT_LE(pictures.bytes(), 3 * RenderedPictures::bytesFor(64));
+    EXPECT_LE(pictures.bytes(), 3 * RenderedPictures::bytesFor(64, 64));
     EXPECT_FALSE(pictures.picture(images[0], 64).isNull());
     EXPECT_TRUE(pictures.picture(images[1], 64).isNull());
     pictures.waitUntilIdle();
@@ -105,9 +108,9 @@ TEST(RenderedPictures, dropWhatWasNotPaintedForLongest)
 
 TEST(RenderedPictures, keepRoomForWhatOneRingNeeds)
 {
-    RenderedPictures pictures(RenderedPictures::bytesFor(64));
+    RenderedPictures pictures(RenderedPictures::bytesFor(64, 64));
     const QObject ring;
-    pictures.setNeed(&ring, 5 * RenderedPictures::bytesFor(64));
+    pictures.setNeed(&ring, 5 * RenderedPictures::bytesFor(64, 64));
     std::vector<Image> images;
     for (int i = 0; i < 5; ++i) {
         images.push_back(Image::fromSource(std::make_shared<CountingSource>()));
@@ -117,7 +120,7 @@ TEST(RenderedPictures, keepRoomForWhatOneRingNeeds)
     for (const Image &image : images)
         EXPECT_FALSE(pictures.picture(image, 64).isNull());
     pictures.setNeed(&ring, 0);
-    EXPECT_LE(pictures.bytes(), RenderedPictures::bytesFor(64));
+    EXPECT_LE(pictures.bytes(), RenderedPictures::bytesFor(64, 64));
 }
 
 TEST(RenderedPictures, keepTheirImagesAlive)

@@ -85,6 +85,9 @@ void paintDisc(QPainter &painter, const QRectF &bounds, const QColor &tint, Back
 {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF disc = bounds.adjusted(discInset, discInset, -discInset, -discInset);
+    // A window cut out of whole pixels shows what lies under the smooth edge.
+    if (backdrop == Backdrop::None)
+        painter.fillRect(bounds, Qt::white);
     const QColor veil = backdropVeil(tint, backdrop);
     if (veil.alpha() > 0) {
         painter.setPen(Qt::NoPen);

@@ -88,10 +88,13 @@ void TitleBubble::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QPainterPath outline = bubbleOutline(size(), m_placement.edge, m_placement.arrow);
+    const QColor body(246, 246, 246);
     if (m_stage.isCompositing())
         paintShadow(painter, outline);
+    else
+        painter.fillRect(rect(), body); // a mask of whole pixels shows what lies under the smooth edge
     painter.setPen(QPen(QColor(0, 0, 0, 40), 1.0));
-    painter.setBrush(QColor(246, 246, 246));
+    painter.setBrush(body);
     painter.drawPath(outline);
     painter.setFont(ringFont(fontSize));
     painter.setPen(Qt::black);

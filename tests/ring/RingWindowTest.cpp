@@ -60,7 +60,12 @@ TEST_F(RingWindowTest, followsTheCompositorWhileItRuns)
     EXPECT_FALSE(window.mask().contains(QPoint(3, 3)));
     EXPECT_TRUE(window.mask().contains(QPoint(200, 200)));
     EXPECT_TRUE(stage.inputRegion.isEmpty());
-    EXPECT_EQ(pixel({200, 200}), QColor(Qt::white)) << "black must not shine through";
+    const QImage shown = window.grab().toImage();
+    for (const QRect &row : window.mask()) {
+        EXPECT_EQ(shown.pixelColor(row.topLeft()), QColor(Qt::white)) << "black must not shine through";
+        EXPECT_EQ(shown.pixelColor(row.bottomRight()), QColor(Qt::white));
+    }
+    EXPECT_EQ(pixel({200, 200}), QColor(Qt::white));
 
     stage.setCompositing(true);
     EXPECT_TRUE(window.mask().isEmpty());

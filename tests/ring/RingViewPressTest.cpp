@@ -141,8 +141,9 @@ TEST_F(RingViewPress, putsTheItemBackWhenTheRingGoesAway)
 TEST_F(RingViewPress, bearsAReloadInTheReportOfAClick)
 {
     script.onClick = [this] { load({2}); };
-    press(centerOf({0, 7}));
-    release(centerOf({0, 7}));
+    const QPointF point = centerOf({0, 7});
+    press(point);
+    release(point);
     EXPECT_EQ(order(), "0-0 0-1 ");
 }
 

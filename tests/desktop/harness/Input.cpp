@@ -52,13 +52,26 @@ xkb_keysym_t symbolOf(char32_t character)
     return character == U'\n' ? XKB_KEY_Return : xkb_utf32_to_keysym(character);
 }
 
-/// The codes of a chord in the order in which they go down.
-QList<quint8> codesOf(const XConnection &connection, const QString &chord)
+} // namespace
+
+void Input::send(quint8 type, quint8 detail, QPoint position) const
+{
+    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, m_connection.root(),
+                        static_cast<qint16>(position.x()), static_cast<qint16>(position.y()), 0);
+}
+
+void Input::fake(quint8 type, quint8 detail, QPoint position) const
+{
+    send(type, detail, position);
+    m_connection.sync();
+}
+
+QList<quint8> Input::keyCodes(const QString &chord) const
 {
     QList<quint8> codes;
     for (const QString &name : chord.split(QLatin1Char('+'))) {
-        const Key key = findKey(connection, symbolOf(name), name);
-        const quint8 shift = findKey(connection, XKB_KEY_Shift_L, QStringLiteral("Shift")).code;
+        const Key key = findKey(m_connection, symbolOf(name), name);
+        const quint8 shift = findKey(m_connection, XKB_KEY_Shift_L, QStringLiteral("Shift")).code;
         if (key.needsShift && !codes.contains(shift))
             codes += shift;
         codes += key.code;
@@ -66,32 +79,18 @@ QList<quint8> codesOf(const XConnection &connection, const QString &chord)
     return codes;
 }
 
-} // namespace
-
-void Input::fake(quint8 type, quint8 detail, QPoint position) const
+void Input::pressKeys(const QList<quint8> &codes) const
 {
-    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, m_connection.root(),
-                        static_cast<qint16>(position.x()), static_cast<qint16>(position.y()), 0);
+    for (const quint8 code : codes)
+        send(XCB_KEY_PRESS, code);
     m_connection.sync();
 }
 
-void Input::sendKeys(const QString &chord, bool press) const
+void Input::releaseKeys(const QList<quint8> &codes) const
 {
-    QList<quint8> codes = codesOf(m_connection, chord);
-    if (!press)
-        std::reverse(codes.begin(), codes.end());
-    for (const quint8 code : std::as_const(codes))
-        fake(press ? XCB_KEY_PRESS : XCB_KEY_RELEASE, code);
-}
-
-void Input::pressKeys(const QString &chord) const
-{
-    sendKeys(chord, true);
-}
-
-void Input::releaseKeys(const QString &chord) const
-{
-    sendKeys(chord, false);
+    for (auto code = codes.rbegin(); code != codes.rend(); ++code)
+        send(XCB_KEY_RELEASE, *code);
+    m_connection.sync();
 }
 
 void Input::tap(const QString &chord) const

@@ -16,10 +16,14 @@ class Input {
 public:
     explicit Input(const XConnection &connection) : m_connection(connection) {}
 
-    /// \a chord is a key's X name after any modifiers: "Escape", "a", "Control+space", "Shift+Alt+F4".
-    /// Modifiers go down first and come up last. Throws DesktopFailure for a key that the keyboard does not have.
-    void pressKeys(const QString &chord) const;
-    void releaseKeys(const QString &chord) const;
+    /// What goes down for \a chord, in that order. \a chord is a key's X name after any modifiers: "Escape", "a",
+    /// "Control+space", "Shift+Alt+F4". Throws DesktopFailure for a key that the keyboard does not have.
+    [[nodiscard]] QList<quint8> keyCodes(const QString &chord) const;
+    /// Presses \a codes in their order, or releases them in the opposite one.
+    void pressKeys(const QList<quint8> &codes) const;
+    void releaseKeys(const QList<quint8> &codes) const;
+    void pressKeys(const QString &chord) const { pressKeys(keyCodes(chord)); }
+    void releaseKeys(const QString &chord) const { releaseKeys(keyCodes(chord)); }
     /// Presses and releases \a chord.
     void tap(const QString &chord) const;
     /// Types \a text; the keyboard layout must have every character, with or without Shift.
@@ -42,8 +46,8 @@ public:
     void drag(QPoint from, QPoint to, int steps = 10) const;
 
 private:
+    void send(quint8 type, quint8 detail, QPoint position = {}) const;
     void fake(quint8 type, quint8 detail, QPoint position = {}) const;
-    void sendKeys(const QString &chord, bool press) const;
 
     const XConnection &m_connection;
 };

@@ -58,7 +58,7 @@ bool bundleHoldsExecutable(const QString &bundlePath, const QString &executableP
 QString describe(Workspace::Error error)
 {
     switch (error) {
-    case Workspace::Error::NotFound:
+    case Workspace::Error::Missing:
         return QStringLiteral("it does not exist");
     case Workspace::Error::NoApplication:
         return QStringLiteral("no application for it is installed");

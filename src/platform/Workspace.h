@@ -19,7 +19,7 @@ class Workspace : public QObject {
     Q_OBJECT
 public:
     enum class Error {
-        NotFound,      ///< There is no such file or application.
+        Missing,       ///< There is no such file or application.
         NoApplication, ///< Nothing is installed that opens it.
         LaunchFailed,  ///< It is there but could not be started.
         Unsupported,   ///< This desktop has no such service.

@@ -67,7 +67,7 @@ QString descriptionOf(const QString &path)
 Result<GObjectPointer<GDesktopAppInfo>, Workspace::Error> applicationEntry(const QString &path)
 {
     if (!QFileInfo::exists(path))
-        return Failure(Workspace::Error::NotFound);
+        return Failure(Workspace::Error::Missing);
     Entry entry;
     if (!isDesktopFile(path)) {
         const QString program = ApplicationBundle::read(path).executable;

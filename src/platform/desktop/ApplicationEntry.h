@@ -14,7 +14,7 @@ namespace Orbita {
 /// A ".desktop" file of an XDG applications folder is taken by its id, so that D-Bus activation is honoured and a
 /// file of the user's own in front of it counts; any other one is taken as it stands. For an AppImage, an "X.app"
 /// folder or any executable file an entry is made up.
-/// Error::NotFound without such a file, Error::LaunchFailed when it says nothing that could be started.
+/// Error::Missing without such a file, Error::LaunchFailed when it says nothing that could be started.
 [[nodiscard]] Result<GObjectPointer<GDesktopAppInfo>, Workspace::Error> applicationEntry(const QString &path);
 
 /// What the user sees of an application.

@@ -101,7 +101,7 @@ Result<void, Workspace::Error> GioWorkspace::openUrl(const QUrl &url)
 Result<void, Workspace::Error> GioWorkspace::openFile(const QString &path)
 {
     if (!QFileInfo::exists(path))
-        return Failure(Error::NotFound);
+        return Failure(Error::Missing);
     return isLaunchable(path) ? launchApplication(path) : openWithDefault(path);
 }
 
@@ -116,7 +116,7 @@ Result<void, Workspace::Error> GioWorkspace::openWithDefault(const QString &path
 Result<void, Workspace::Error> GioWorkspace::openFile(const QString &path, const QString &applicationPath)
 {
     if (!QFileInfo::exists(path))
-        return Failure(Error::NotFound);
+        return Failure(Error::Missing);
     const auto application = applicationEntry(applicationPath);
     if (!application)
         return Failure(application.error());
@@ -127,7 +127,7 @@ Result<void, Workspace::Error> GioWorkspace::showInFileManager(const QString &pa
 {
     const QFileInfo info(path);
     if (!info.exists())
-        return Failure(Error::NotFound);
+        return Failure(Error::Missing);
     if (m_fileManager->show(info.absoluteFilePath(), m_notifier->token()))
         return {};
     return openWithDefault(info.isDir() ? path : info.path());

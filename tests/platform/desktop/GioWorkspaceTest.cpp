@@ -201,7 +201,7 @@ INSTANTIATE_TEST_SUITE_P(
                    QFile::link(a, a);
                    return a;
                },
-               Workspace::Error::NotFound},
+               Workspace::Error::Missing},
         BadRow{"a pipe",
                [](const Probe &) {
                    const QString pipe = PrivateSession::path(QStringLiteral("data/applications/pipe.desktop"));

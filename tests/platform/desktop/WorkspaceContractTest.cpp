@@ -38,7 +38,7 @@ public:
     Workspace &workspace() override { return m_workspace; }
     QString application() override { return QStringLiteral("/applications/probe.desktop"); }
     QString picture() override { return QStringLiteral("/pictures/some picture.png"); }
-    void makeVanish() override { m_workspace.nextError = Workspace::Error::NotFound; }
+    void makeVanish() override { m_workspace.nextError = Workspace::Error::Missing; }
     std::optional<QString> takeOpened() override
     {
         if (m_workspace.actions.isEmpty())
@@ -127,7 +127,7 @@ TYPED_TEST(WorkspaceContract, WhatHasGoneIsNotFound)
     const auto fails = [&desktop](auto action) {
         desktop.makeVanish();
         const auto result = action(desktop.workspace());
-        return !result && result.error() == Workspace::Error::NotFound;
+        return !result && result.error() == Workspace::Error::Missing;
     };
     EXPECT_TRUE(fails([&](Workspace &w) { return w.launchApplication(desktop.application()); }));
     EXPECT_TRUE(fails([&](Workspace &w) { return w.openFile(desktop.picture()); }));

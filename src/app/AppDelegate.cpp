@@ -1,0 +1,122 @@
+#include "app/AppDelegate.h"
+
+#include "app/CommandService.h"
+#include "app/RingPlacement.h"
+#include "app/SettingsStandInWindow.h"
+#include "app/StatusItem.h"
+#include "platform/DesktopAppearance.h"
+#include "platform/Stage.h"
+#include "platform/UserDefaults.h"
+#include "ring/RenderedPictures.h"
+#include "ring/RingWindow.h"
+#include "settings/AppSettings.h"
+
+#include <QApplication>
+
+namespace Orbita {
+
+AppDelegate::AppDelegate(RingWindow &window, const ControllerServices &services, const DesktopAppearance &appearance,
+                         QObject *parent)
+    : QObject(parent), m_window(window), m_services(services), m_appearance(appearance)
+{
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    AppSettings &settings = m_services.settings;
+    settings.startHandlers();
+    connect(&settings, &AppSettings::shouldShow, this, &AppDelegate::orbitaShouldShow);
+    connect(&settings, &AppSettings::shouldHide, this, &AppDelegate::orbitaShouldHide);
+    if (!settings.launchedBefore()) {
+        showSettings();
+        settings.setLaunchedBefore(true);
+    }
+}
+
+void AppDelegate::prepareAtLeisure()
+{
+    m_statusItem = std::make_unique<StatusItem>(m_appearance);
+    connect(m_statusItem.get(), &StatusItem::clicked, this, &AppDelegate::showSettings);
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+    m_services.settings.stopHandlers();
+    m_services.defaults.synchronize();
+}
+
+void AppDelegate::follow(CommandService &commands)
+{
+    connect(&commands, &CommandService::showRequested, this, [this] { orbitaShouldShow(ShowEvent::Trackpad); });
+    connect(&commands, &CommandService::hideRequested, this, [this] {
+        if (m_windowController)
+            m_windowController->hideWindow(ReactivatePrevious::Yes, ForceHide::Yes);
+    });
+    connect(&commands, &CommandService::toggleRequested, this, &AppDelegate::toggle);
+    connect(&commands, &CommandService::settingsRequested, this, &AppDelegate::showSettings);
+    connect(&commands, &CommandService::quitRequested, qApp, &QApplication::quit, Qt::QueuedConnection);
+}
+
+void AppDelegate::orbitaShouldShow(ShowEvent event)
+{
+    m_services.ring.stage.locatePointer(this, [this, event](QPointF pointer) { showAt(pointer, event); });
+}
+
+void AppDelegate::showAt(QPointF pointer, ShowEvent event)
+{
+    const QPointF centre
+        = requestedCentre(pointer, m_services.settings.menuPositionSettings(), m_services.ring.stage.screens());
+    const bool inside
+        = m_windowController && m_windowController->windowVisible() && m_windowController->frame().contains(centre);
+    if (!inside)
+        ensureController().showWindowAtScreenPosition(centre);
+    else if (event == ShowEvent::Shortcut)
+        m_windowController->hideWindow(ReactivatePrevious::Yes);
+}
+
+void AppDelegate::orbitaShouldHide()
+{
+    if (!m_windowController)
+        return;
+    m_windowController->mouseHoveringOverMenu([this](bool hovering) {
+        if (!hovering && m_windowController && m_windowController->windowVisible())
+            m_windowController->hideWindow(ReactivatePrevious::Yes, ForceHide::Yes);
+    });
+}
+
+void AppDelegate::toggle()
+{
+    if (m_windowController && m_windowController->windowVisible())
+        m_windowController->hideWindow(ReactivatePrevious::Yes, ForceHide::Yes);
+    else
+        orbitaShouldShow(ShowEvent::Shortcut);
+}
+
+RingWindowController &AppDelegate::ensureController()
+{
+    if (!m_windowController) {
+        m_windowController = std::make_unique<RingWindowController>(m_window, m_services);
+        // Queued, because the controller must not end within its own signal.
+        connect(m_windowController.get(), &RingWindowController::didDisappear, this,
+                &AppDelegate::ringWindowDidDisappear, Qt::QueuedConnection);
+    }
+    return *m_windowController;
+}
+
+void AppDelegate::ringWindowDidDisappear()
+{
+    // A trigger may have shown the ring again meanwhile.
+    if (m_windowController && m_windowController->isHidden())
+        m_windowController.reset();
+}
+
+void AppDelegate::showSettings()
+{
+    if (!m_settingsWindow)
+        m_settingsWindow = std::make_unique<SettingsStandInWindow>();
+    m_settingsWindow->present();
+}
+
+} // namespace Orbita

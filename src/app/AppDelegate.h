@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/RingWindowController.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace Orbita {
+
+class CommandService;
+class RingWindow;
+class SettingsStandInWindow;
+class StatusItem;
+enum class ShowEvent;
+
+/// Brings the program up, answers show and hide requests with the ring, and takes it down.
+class AppDelegate final : public QObject {
+    Q_OBJECT
+public:
+    /// \a window is the hidden window that every ring is shown in; \a appearance is asked for the tray's colour.
+    AppDelegate(RingWindow &window, const ControllerServices &services, const DesktopAppearance &appearance,
+                QObject *parent = nullptr);
+    ~AppDelegate() override;
+
+    /// Starts to listen to triggers, and opens the settings on the very first run.
+    void applicationDidFinishLaunching();
+    /// Makes what can wait until the program has nothing else to do: the tray's icon and the pictures of the ring.
+    void prepareAtLeisure();
+    void applicationWillTerminate();
+    void follow(CommandService &commands);
+
+    /// Shows the ring, or, for the shortcut with the pointer on a shown ring, hides it.
+    void orbitaShouldShow(ShowEvent event);
+    /// Hides the ring unless the pointer is over it.
+    void orbitaShouldHide();
+    void showSettings();
+
+private:
+    void showAt(QPointF pointer, ShowEvent event);
+    void toggle();
+    [[nodiscard]] RingWindowController &ensureController();
+    void ringWindowDidDisappear();
+
+    RingWindow &m_window;
+    ControllerServices m_services;
+    const DesktopAppearance &m_appearance;
+    std::unique_ptr<RingWindowController> m_windowController; ///< none while no ring exists
+    std::unique_ptr<SettingsStandInWindow> m_settingsWindow;
+    std::unique_ptr<StatusItem> m_statusItem;
+};
+
+} // namespace Orbita

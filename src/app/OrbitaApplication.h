@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QApplication>
+#include <QString>
+
+namespace Orbita {
+
+/// The operation of a text field that a key event asks for: "cut", "copy", "paste" or "selectAll" for X, C, V or A with
+/// the Control key and no other modifier; null otherwise.
+[[nodiscard]] const char *editingOperation(Qt::KeyboardModifiers modifiers, int key);
+
+/// The application. It has no menu, so it supplies the four editing shortcuts to whatever field has the keyboard.
+class OrbitaApplication final : public QApplication {
+    Q_OBJECT
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject *receiver, QEvent *event) override;
+};
+
+} // namespace Orbita

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace Orbita {
+
+/// Tells the process that started this one, where there is one that waits for it, that the program is ready to be used.
+/// The program then lets go of that process's terminal.
+void signalReady();
+
+} // namespace Orbita

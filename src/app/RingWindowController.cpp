@@ -1,0 +1,277 @@
+#include "app/RingWindowController.h"
+
+#include "app/Log.h"
+#include "app/RingPlacement.h"
+#include "app/RunningEntries.h"
+#include "control/ItemViews.h"
+#include "control/Tint.h"
+#include "model/ItemServices.h"
+#include "model/RunningAppMenuItem.h"
+#include "platform/Stage.h"
+#include "platform/Workspace.h"
+#include "ring/CloseButton.h"
+#include "ring/RingWindow.h"
+#include "settings/AppSettings.h"
+#include "toolkit/RemoteActionSender.h"
+
+#include <QWindow>
+
+namespace Orbita {
+
+namespace {
+
+/// The click or release that brought the ring up must not close it.
+constexpr qint64 closeButtonGuard = 750; // milliseconds
+
+constexpr int closeButtonSide = 30; // points
+
+} // namespace
+
+RingWindowController::RingWindowController(RingWindow &window, const ControllerServices &services, QObject *parent)
+    : QObject(parent),
+      m_window(window),
+      m_services(services),
+      m_menuItems(services.itemFolder, services.defaults, services.settings, services.items),
+      m_fade(window, services.ring.clock)
+{
+    m_window.prepare();
+    buildWindow();
+    m_fade.setValue(0.0);
+    followSettings();
+    connect(&m_services.items.runningApplications, &RunningApplications::runningApplicationsChanged, this, [this] {
+        if (updateRunningEntries())
+            m_ringView->reloadData();
+    });
+}
+
+RingWindowController::~RingWindowController()
+{
+    delete m_closeButton;
+    delete m_ringView;
+}
+
+void RingWindowController::buildWindow()
+{
+    m_ringView = new RingView(m_services.ring);
+    m_ringView->setMagnifyItemsOnMouseOver(m_services.settings.magnifySettings());
+    m_ringView->setDataSource(this);
+    m_ringView->setDelegate(this);
+    m_window.addFillingView(m_ringView);
+    m_closeButton = new CloseButton;
+    m_closeButton->resize(closeButtonSide, closeButtonSide);
+    m_window.addCenteredView(m_closeButton);
+    m_ringView->trackPointerOver(*m_closeButton);
+    m_closeButton->mouseClickBlock = [this](QMouseEvent &) {
+        if (m_sinceShown.isValid() && m_sinceShown.elapsed() > closeButtonGuard)
+            hideWindow(ReactivatePrevious::Yes);
+    };
+}
+
+void RingWindowController::followSettings()
+{
+    AppSettings &settings = m_services.settings;
+    connect(&settings, &AppSettings::magnifySettingsChanged, this,
+            [this] { m_ringView->setMagnifyItemsOnMouseOver(m_services.settings.magnifySettings()); });
+    connect(&settings, &AppSettings::windowTintSettingsChanged, this, [this] {
+        refreshWindowTint();
+        m_ringView->reloadData();
+    });
+    connect(&settings, &AppSettings::runningAppsStyleChanged, this, [this] { refreshItems(); });
+    connect(&settings, &AppSettings::showFinderChanged, this, [this] { refreshItems(); });
+    connect(&settings, &AppSettings::menuSizeSettingsChanged, this, [this] {
+        if (!isHidden())
+            showWindowAtScreenPosition(m_frame.center());
+    });
+}
+
+void RingWindowController::refreshWindowTint()
+{
+    const QColor tint = m_services.settings.windowTintColor();
+    m_window.setTintColor(tint);
+    m_closeButton->setDefaultColor(closeButtonColorOn(tint));
+}
+
+void RingWindowController::showWindowAtScreenPosition(QPointF centre)
+{
+    qCInfo(lcApp, "The ring is shown at {%g, %g}.", centre.x(), centre.y());
+    m_lastSwiftItemIndex = NotFound;
+    // A shown ring that is moved has the keyboard itself; who had it before is still known.
+    if (auto frontmost = m_services.items.runningApplications.frontmostApplication())
+        m_lastFrontmostApp = std::move(frontmost);
+    const double size = ringSize(m_services.settings.menuSizeSettings());
+    m_frame = ringFrame(centre, size, m_services.settings.swiftMode(), m_services.ring.stage.screens());
+    m_services.ring.stage.place(*m_window.windowHandle(), m_frame);
+    refreshWindowTint();
+    refreshItems();
+    m_window.show();
+    m_services.ring.stage.present(*m_window.windowHandle());
+    setRingEnabled(true);
+    m_fade.fadeTo(1.0, [this] { m_sinceShown.start(); });
+}
+
+void RingWindowController::hideWindow(ReactivatePrevious reactivate, ForceHide)
+{
+    if (!m_canClose)
+        return;
+    m_fade.fadeTo(0.0, [this] { finishHiding(); });
+    if (reactivate == ReactivatePrevious::Yes)
+        reactivatePreviousApplication();
+    m_lastFrontmostApp.reset();
+    setRingEnabled(false);
+}
+
+void RingWindowController::reactivatePreviousApplication()
+{
+    RunningApplications &running = m_services.items.runningApplications;
+    if (m_lastFrontmostApp && !running.isTerminated(*m_lastFrontmostApp))
+        running.activate(*m_lastFrontmostApp);
+}
+
+void RingWindowController::finishHiding()
+{
+    m_ringView->resetLayout();
+    m_window.hide();
+    Q_EMIT didDisappear();
+}
+
+void RingWindowController::setRingEnabled(bool enabled)
+{
+    m_ringView->setEnabled(enabled);
+    RingKeyTarget &target = *this;
+    m_keyMonitor = enabled ? std::make_unique<RingKeyMonitor>(m_window, target, m_services.ring.stage) : nullptr;
+}
+
+bool RingWindowController::windowVisible() const
+{
+    return m_fade.value() > 0.5;
+}
+
+bool RingWindowController::isHidden() const
+{
+    return m_fade.value() <= 0.0;
+}
+
+void RingWindowController::mouseHoveringOverMenu(std::function<void(bool)> answer)
+{
+    m_services.ring.stage.locatePointer(
+        this, [this, answer = std::move(answer)](QPointF pointer) { answer(m_frame.contains(pointer)); });
+}
+
+bool RingWindowController::toolkitAvailable() const
+{
+    return m_services.items.toolkit.isRecipientReachable();
+}
+
+void RingWindowController::refreshItems(bool instantly)
+{
+    const bool allMade = m_menuItems.refresh();
+    updateRunningEntries();
+    m_ringView->reloadData(instantly);
+    if (!allMade)
+        persistItems();
+}
+
+bool RingWindowController::updateRunningEntries()
+{
+    ItemServices &services = m_services.items;
+    const RunningAppsStyle style = m_services.settings.runningAppsStyle();
+    const auto plan = planRunningEntries(m_menuItems.menuItems(), services.runningApplications.runningApplications(),
+                                         {.blacklist = m_services.settings.blacklistedApplications(),
+                                          .fileManager = services.workspace.coreApplication(QStringLiteral("Finder")),
+                                          .showsRunningApplications = style != RunningAppsStyle::Hidden});
+    for (const MenuItem *ended : plan.entriesToRemove)
+        m_menuItems.removeObjectAt(*m_menuItems.indexOf(*ended));
+    for (const RunningApplication &application : plan.applicationsToAdd) {
+        auto entry = std::make_shared<RunningAppMenuItem>(application, services);
+        entry->setRenderColored(style == RunningAppsStyle::Colored);
+        m_menuItems.addObject(std::move(entry));
+    }
+    return !plan.isEmpty();
+}
+
+const MenuItem::Pointer &RingWindowController::itemAt(ItemAddress address) const
+{
+    return m_menuItems.objectAt(std::size_t(address.position));
+}
+
+qint64 RingWindowController::ringViewNumberOfSections(RingView &)
+{
+    return 1;
+}
+
+qint64 RingWindowController::ringViewNumberOfItemsInSection(RingView &, qint64)
+{
+    return itemCount();
+}
+
+std::unique_ptr<RingItem> RingWindowController::ringViewItemFor(RingView &, ItemAddress address)
+{
+    return makeItemView(*itemAt(address), m_services.settings.windowTintColor(), m_services.settings.titleDisplay());
+}
+
+bool RingWindowController::ringViewSectionSupportsDrop(RingView &, qint64)
+{
+    return true;
+}
+
+bool RingWindowController::opensOnHover(qint64 position) const
+{
+    if (position == m_lastSwiftItemIndex || !windowVisible() || !m_services.ring.stage.areButtonsUp())
+        return false;
+    const SwiftMode mode = m_services.settings.swiftMode();
+    const MenuItem &item = *m_menuItems.objectAt(std::size_t(position));
+    return mode == SwiftMode::Enabled
+        || (mode == SwiftMode::RunningAppsOnly && item.isRunning() && !item.canHoldSubitems());
+}
+
+bool RingWindowController::ringViewShouldDisplayTitleOfItem(RingView &view, ItemAddress address)
+{
+    if (opensOnHover(address.position)) {
+        m_lastSwiftItemIndex = address.position;
+        ringViewDidClickItem(view, address);
+        return false;
+    }
+    return m_services.settings.titleDisplay() == TitleDisplay::WhileHovered;
+}
+
+void RingWindowController::ringViewDidClickItem(RingView &, ItemAddress address)
+{
+    const MenuItem::Pointer item = itemAt(address);
+    item->open();
+    hideWindow(ReactivatePrevious::No);
+}
+
+void RingWindowController::ringViewDidMoveItem(RingView &, ItemAddress from, ItemAddress to)
+{
+    MenuItem::Pointer item = itemAt(from);
+    m_menuItems.removeObjectAt(std::size_t(from.position));
+    m_menuItems.insertObject(std::move(item), std::size_t(to.position));
+    persistItems();
+}
+
+qint64 RingWindowController::itemCount() const
+{
+    return qint64(m_menuItems.count());
+}
+
+qint64 RingWindowController::highlightedPosition() const
+{
+    return m_ringView->highlightedItem().position;
+}
+
+void RingWindowController::highlight(qint64 position)
+{
+    m_ringView->highlightItem({0, position});
+}
+
+void RingWindowController::click(qint64 position)
+{
+    ringViewDidClickItem(*m_ringView, {0, position});
+}
+
+void RingWindowController::dismiss()
+{
+    hideWindow(ReactivatePrevious::Yes);
+}
+
+} // namespace Orbita

@@ -1,0 +1,128 @@
+#pragma once
+
+#include "control/RingKeyMonitor.h"
+#include "model/MenuItemArray.h"
+#include "platform/RunningApplications.h"
+#include "ring/RingView.h"
+#include "ring/WindowFade.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace Orbita {
+
+class AppSettings;
+class CloseButton;
+class RingWindow;
+class UserDefaults;
+struct ItemServices;
+
+/// What a showing of the ring needs. Borrowed: all of it outlives the controller.
+struct ControllerServices {
+    QString itemFolder; ///< where the item file lies
+    AppSettings &settings;
+    UserDefaults &defaults;
+    ItemServices &items;
+    RingServices ring;
+};
+
+/// Whether the application that had the keyboard before the ring gets it back.
+enum class ReactivatePrevious { No, Yes };
+/// Whether a hide request also closes what the ring has opened.
+enum class ForceHide { No, Yes };
+
+/// One showing of the ring: its entries, its window's coming and going, hovering, keys and clicks.
+class RingWindowController final : public QObject,
+                                   private RingViewDataSource,
+                                   private RingViewDelegate,
+                                   private RingKeyTarget {
+    Q_OBJECT
+public:
+    /// Fills \a window, which is hidden; the window is empty again when the controller is gone.
+    RingWindowController(RingWindow &window, const ControllerServices &services, QObject *parent = nullptr);
+    ~RingWindowController() override;
+
+    /// Shows the ring round \a centre (global points, y upwards), or moves a shown one there.
+    void showWindowAtScreenPosition(QPointF centre);
+    /// Fades the ring out; ignored while canClose() is false.
+    void hideWindow(ReactivatePrevious reactivate, ForceHide force = ForceHide::No);
+
+    /// Whether the ring is more than half visible.
+    [[nodiscard]] bool windowVisible() const;
+    /// Whether nothing of the ring can be seen.
+    [[nodiscard]] bool isHidden() const;
+    /// The ring window's frame, global points, y upwards.
+    [[nodiscard]] const QRectF &frame() const { return m_frame; }
+    /// Calls \a answer with whether the pointer is over the ring, at once or later.
+    void mouseHoveringOverMenu(std::function<void(bool)> answer);
+
+    [[nodiscard]] bool canClose() const { return m_canClose; }
+    /// While false, hide requests are dropped: a dialog of the ring is open.
+    void setCanClose(bool canClose) { m_canClose = canClose; }
+
+    /// Loads the entries anew. \a instantly is passed on to RingView::reloadData().
+    void refreshItems(bool instantly = true);
+    /// Saves the entries.
+    void persistItems() { m_menuItems.persist(); }
+    [[nodiscard]] const MenuItemArray &menuItems() const { return m_menuItems; }
+    [[nodiscard]] bool toolkitAvailable() const;
+
+Q_SIGNALS:
+    /// The ring has faded out.
+    void didDisappear();
+
+private:
+    qint64 ringViewNumberOfSections(RingView &view) override;
+    qint64 ringViewNumberOfItemsInSection(RingView &view, qint64 section) override;
+    std::unique_ptr<RingItem> ringViewItemFor(RingView &view, ItemAddress address) override;
+    bool ringViewSectionSupportsDrop(RingView &view, qint64 section) override;
+    bool ringViewShouldDisplayTitleOfItem(RingView &view, ItemAddress address) override;
+
+    void ringViewDidClickItem(RingView &view, ItemAddress address) override;
+    void ringViewDidMoveItem(RingView &view, ItemAddress from, ItemAddress to) override;
+    // Entries have no menu, hold nothing, and nothing is taken in from outside.
+    void ringViewDidRightClickItem(RingView &, ItemAddress) override {}
+    void ringViewDidRightClickOutsideOfItem(RingView &, ItemAddress) override {}
+    bool ringViewCanDropItem(RingView &, ItemAddress, ItemAddress) override { return false; }
+    void ringViewDidDropItem(RingView &, ItemAddress, ItemAddress) override {}
+    bool ringViewDidReceiveDrag(RingView &, const DragInformation &, ItemAddress) override { return false; }
+    bool ringViewCanDrop(RingView &, const DragInformation &, ItemAddress) override { return false; }
+    bool ringViewDidDrop(RingView &, const DragInformation &, ItemAddress) override { return false; }
+
+    qint64 itemCount() const override;
+    qint64 highlightedPosition() const override;
+    void highlight(qint64 position) override;
+    void click(qint64 position) override;
+    void dismiss() override;
+
+    void buildWindow();
+    void followSettings();
+    void refreshWindowTint();
+    /// Takes over which applications run. True when the entries changed.
+    bool updateRunningEntries();
+    void setRingEnabled(bool enabled);
+    void reactivatePreviousApplication();
+    void finishHiding();
+    [[nodiscard]] bool opensOnHover(qint64 position) const;
+    [[nodiscard]] const MenuItem::Pointer &itemAt(ItemAddress address) const;
+
+    RingWindow &m_window;
+    ControllerServices m_services;
+    MenuItemArray m_menuItems;
+    QPointer<RingView> m_ringView;
+    QPointer<CloseButton> m_closeButton;
+    WindowFade m_fade;
+    QRectF m_frame;
+    std::unique_ptr<RingKeyMonitor> m_keyMonitor;
+    std::optional<RunningApplication> m_lastFrontmostApp;
+    QElapsedTimer m_sinceShown; ///< since the last fade-in ended; invalid before the first
+    qint64 m_lastSwiftItemIndex = NotFound;
+    bool m_canClose = true;
+};
+
+} // namespace Orbita

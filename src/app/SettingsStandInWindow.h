@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QWidget>
+
+namespace Orbita {
+
+/// A plain window that stands where the settings window will be: it says what Orbita is and how it is used.
+class SettingsStandInWindow final : public QWidget {
+    Q_OBJECT
+public:
+    explicit SettingsStandInWindow(QWidget *parent = nullptr);
+
+    /// Shows the window in the middle of its screen, in front and with the keyboard.
+    void present();
+};
+
+} // namespace Orbita

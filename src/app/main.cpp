@@ -1,0 +1,142 @@
+#include "app/AppDelegate.h"
+#include "app/CommandService.h"
+#include "app/Log.h"
+#include "app/OrbitaApplication.h"
+#include "app/ReadySignal.h"
+#include "model/ImageCache.h"
+#include "model/ImageStore.h"
+#include "model/ItemServices.h"
+#include "platform/Directories.h"
+#include "platform/desktop/ApplicationIndex.h"
+#include "platform/desktop/FileUserDefaults.h"
+#include "platform/desktop/FreedesktopAppearance.h"
+#include "platform/desktop/GioWorkspace.h"
+#include "platform/x11/X11BlurBehind.h"
+#include "platform/x11/X11Compositor.h"
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11MouseUpEventTap.h"
+#include "platform/x11/X11RunningApplications.h"
+#include "platform/x11/X11Stage.h"
+#include "platform/x11/X11StartupNotifier.h"
+#include "platform/x11/X11WindowManager.h"
+#include "ring/AnimationClock.h"
+#include "ring/RenderedPictures.h"
+#include "ring/RingAccessibility.h"
+#include "ring/RingWindow.h"
+#include "settings/AppSettings.h"
+#include "toolkit/RemoteActionSender.h"
+
+#include <QTimer>
+
+#include <xcb/xcb.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using namespace Orbita;
+
+/// The services of an X11 desktop, made in the order in which they need one another.
+struct X11Desktop {
+    X11Connection connection;
+    X11WindowManager windowManager{connection};
+    X11Compositor compositor{connection};
+    X11Stage stage{connection, windowManager, compositor};
+    X11BlurBehind blur{connection, compositor};
+    X11MouseUpEventTap mouseUpTap{connection};
+    GioWorkspace workspace{std::make_unique<X11StartupNotifier>()};
+    ApplicationIndex index;
+    X11RunningApplications runningApplications{connection, windowManager, index,
+                                               [this](const QString &bundle) { return workspace.icon(bundle); }};
+    FreedesktopAppearance appearance;
+
+    X11Desktop()
+    {
+        QObject::connect(&workspace, &Workspace::applicationsChanged, &index, &ApplicationIndex::reload);
+    }
+};
+
+/// What the program is made of, and the rings' share of it.
+struct Program {
+    X11Desktop desktop;
+    Directories directories = Directories::standard();
+    FileUserDefaults defaults{directories.configuration + QStringLiteral("/defaults.plist")};
+    AppSettings settings{defaults, desktop.mouseUpTap};
+    UnreachableRecipient toolkit;
+    ImageCache imageCache;
+    ImageStore imageStore{directories.container};
+    ItemServices items{desktop.workspace, desktop.runningApplications, toolkit, imageCache, imageStore};
+    FrameClock clock{desktop.appearance};
+    RenderedPictures pictures;
+    RingWindow window{desktop.stage, desktop.blur};
+    AppDelegate delegate{window,
+                         {directories.container, settings, defaults, items, {desktop.stage, clock, pictures}},
+                         desktop.appearance};
+};
+
+/// Asked first, because the toolkit ends the program with a core dump where there is no display.
+bool isDisplayReachable()
+{
+    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    const bool isReachable = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return isReachable;
+}
+
+int fail(const char *sentence)
+{
+    std::fprintf(stderr, "orbita: %s\n", sentence);
+    return EXIT_FAILURE;
+}
+
+/// Where another instance was quicker to take the name, it does what this one was started for.
+int passOn(const QString &request)
+{
+    const QString method = request == QLatin1String("--show") ? QStringLiteral("Show") : QStringLiteral("ShowSettings");
+    return CommandService::callInstance(QDBusConnection::sessionBus(), method)
+        ? EXIT_SUCCESS
+        : fail("Orbita runs but did not answer.");
+}
+
+int run(OrbitaApplication &application)
+{
+    const QString request = application.arguments().value(1);
+    CommandService commands;
+    const auto registration = commands.registerOn(QDBusConnection::sessionBus());
+    if (registration == CommandService::Registration::AlreadyRunning)
+        return passOn(request);
+    if (registration == CommandService::Registration::NoBus)
+        qCWarning(lcApp, "There is no session bus: commands and the companion program are out of reach.");
+
+    Program program;
+    installRingAccessibility();
+    program.delegate.follow(commands);
+    program.delegate.applicationDidFinishLaunching();
+    if (request == QLatin1String("--show"))
+        program.delegate.orbitaShouldShow(ShowEvent::Trackpad);
+    else if (request == QLatin1String("--settings"))
+        program.delegate.showSettings();
+    QTimer::singleShot(0, &program.delegate, [] { signalReady(); });
+    QTimer::singleShot(0, &program.delegate, &AppDelegate::prepareAtLeisure);
+    const int status = application.exec();
+    program.delegate.applicationWillTerminate();
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // Under Wayland the ring is shown through the X server that such sessions offer.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    if (!isDisplayReachable())
+        return fail("The X11 display cannot be reached.");
+    OrbitaApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("orbita"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Orbita"));
+    QApplication::setDesktopFileName(QStringLiteral("org.orbita.Orbita"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    return run(application);
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "desktop/harness/Session.h"
+#include "desktop/harness/Wait.h"
+
+#include <QRect>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+
+/// An item of the shown ring, as assistive technology sees it.
+struct ShownItem {
+    QString name;
+    QRect rect; ///< pixels of the screen
+    bool isFocused = false;
+};
+
+/// A desktop session in which Orbita runs.
+class OrbitaSession {
+public:
+    /// \a defaults is what defaults.plist holds at the start, beside "launchedBefore".
+    explicit OrbitaSession(SessionOptions options = {}, const QVariantMap &defaults = {});
+
+    [[nodiscard]] DesktopSession &desktop() { return m_desktop; }
+    [[nodiscard]] const Input &input() { return m_desktop.input(); }
+    [[nodiscard]] const Windows &windows() { return m_desktop.windows(); }
+
+    /// Runs `orbita` with \a arguments and returns its exit status.
+    int orbita(const QStringList &arguments);
+    /// Shows the ring with the pointer at \a pointer and waits until it stands still. Returns its window.
+    WindowInfo show(QPoint pointer = {640, 400});
+    /// The ring's window; nothing while it is hidden.
+    [[nodiscard]] std::optional<WindowInfo> ring();
+    WindowInfo waitForRing();
+    void waitUntilHidden();
+    /// Waits until the ring window's pixels have not changed for a few frames.
+    void waitUntilStill();
+
+    [[nodiscard]] QList<ShownItem> items();
+    [[nodiscard]] QStringList names();
+    void waitForNames(const QStringList &names);
+    /// Waits until the ring has an item called \a name and returns it.
+    ShownItem item(const QString &name);
+    [[nodiscard]] QString focusedItem();
+    /// Presses \a key, and again until \a condition holds, each time waiting until the ring has taken the key.
+    void pressUntil(const QString &key, const std::function<bool()> &condition);
+
+    /// Writes \a value into defaults.plist as another program would.
+    void setDefault(const QString &key, const QVariant &value);
+    [[nodiscard]] QVariantMap defaults() const;
+    [[nodiscard]] QString defaultsFile() const;
+    [[nodiscard]] QString itemFile() const;
+    /// The names of the entries in the item file.
+    [[nodiscard]] QStringList storedNames() const;
+    /// The process that owns the name on the session bus.
+    [[nodiscard]] qint64 pid();
+
+    /// Installs an application called \a name whose window has the class \a windowClass and whose launch command is
+    /// \a exec, and returns the path of its desktop file.
+    QString install(const QString &id, const QString &name, const QString &exec, const QString &windowClass,
+                    const QString &others = {});
+    /// Starts xterm as the application "XTerm".
+    WindowInfo startTerminal();
+
+private:
+    DesktopSession m_desktop;
+};
+
+} // namespace Orbita

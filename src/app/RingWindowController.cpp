@@ -106,13 +106,15 @@ void RingWindowController::showWindowAtScreenPosition(QPointF centre)
     m_window.show();
     m_services.ring.stage.present(*m_window.windowHandle());
     setRingEnabled(true);
+    m_isHiding = false;
     m_fade.fadeTo(1.0, [this] { m_sinceShown.start(); });
 }
 
 void RingWindowController::hideWindow(ReactivatePrevious reactivate, ForceHide)
 {
-    if (!m_canClose)
+    if (!m_canClose || m_isHiding)
         return;
+    m_isHiding = true;
     m_fade.fadeTo(0.0, [this] { finishHiding(); });
     if (reactivate == ReactivatePrevious::Yes)
         reactivatePreviousApplication();

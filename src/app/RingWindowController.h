@@ -123,6 +123,7 @@ private:
     QElapsedTimer m_sinceShown; ///< since the last fade-in ended; invalid before the first
     qint64 m_lastSwiftItemIndex = NotFound;
     bool m_canClose = true;
+    bool m_isHiding = false; ///< fading out; another request must not begin the fade anew
 };
 
 } // namespace Orbita

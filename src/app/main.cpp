@@ -51,10 +51,7 @@ struct X11Desktop {
                                                [this](const QString &bundle) { return workspace.icon(bundle); }};
     FreedesktopAppearance appearance;
 
-    X11Desktop()
-    {
-        QObject::connect(&workspace, &Workspace::applicationsChanged, &index, &ApplicationIndex::reload);
-    }
+    X11Desktop() { QObject::connect(&workspace, &Workspace::applicationsChanged, &index, &ApplicationIndex::reload); }
 };
 
 /// What the program is made of, and the rings' share of it.
@@ -113,12 +110,15 @@ int run(OrbitaApplication &application)
     installRingAccessibility();
     program.delegate.follow(commands);
     program.delegate.applicationDidFinishLaunching();
-    if (request == QLatin1String("--show"))
-        program.delegate.orbitaShouldShow(ShowEvent::Trackpad);
-    else if (request == QLatin1String("--settings"))
-        program.delegate.showSettings();
-    QTimer::singleShot(0, &program.delegate, [] { signalReady(); });
-    QTimer::singleShot(0, &program.delegate, &AppDelegate::prepareAtLeisure);
+    // Not before the event loop runs: until then it is not known who has the keyboard and is to get it back.
+    QTimer::singleShot(0, &program.delegate, [&delegate = program.delegate, request] {
+        if (request == QLatin1String("--show"))
+            delegate.orbitaShouldShow(ShowEvent::Trackpad);
+        else if (request == QLatin1String("--settings"))
+            delegate.showSettings();
+        signalReady();
+        QTimer::singleShot(0, &delegate, &AppDelegate::prepareAtLeisure);
+    });
     const int status = application.exec();
     program.delegate.applicationWillTerminate();
     return status;

@@ -34,7 +34,7 @@ std::optional<WindowInfo> OrbitaSession::ring()
     // The settings and the title bubbles have the same class; the ring is the square, managed one.
     return windows().find([](const WindowInfo &window) {
         return withClass(QStringLiteral("orbita"))(window) && window.managed
-            && window.title == QStringLiteral("Orbita ring");
+            && window.title == QStringLiteral("Orbita");
     });
 }
 
@@ -50,8 +50,18 @@ WindowInfo OrbitaSession::show(QPoint pointer)
 
 WindowInfo OrbitaSession::waitForRing()
 {
-    waitUntil([this] { return ring().has_value(); }, QStringLiteral("the ring is shown"));
-    return *ring();
+    std::optional<WindowInfo> shown;
+    const auto isShown = [&] { return (shown = ring()).has_value(); };
+    waitUntil(isShown, [this] {
+        QStringList seen;
+        for (const WindowInfo &window : windows().all())
+            seen.append(QStringLiteral("%1 \"%2\" managed %3 viewable %4")
+                            .arg(window.className, window.title)
+                            .arg(window.managed)
+                            .arg(window.viewable));
+        return QStringLiteral("the ring is shown; there are: ") + seen.join(u", ");
+    });
+    return *shown;
 }
 
 void OrbitaSession::waitUntilHidden()
@@ -61,13 +71,16 @@ void OrbitaSession::waitUntilHidden()
 
 void OrbitaSession::waitUntilStill()
 {
-    // A fade or a movement changes every frame, so two equal pictures some frames apart mean that it is over.
+    // A fade or a movement changes every frame, and the pictures of this many looks span several frames.
+    constexpr int looks = 20;
     QImage before;
+    int equal = 0;
     waitUntil(
-        [this, &before] {
+        [&] {
             const auto window = ring();
             const QImage now = m_desktop.screen().shot(window ? window->geometry : QRect());
-            return std::exchange(before, now) == now;
+            equal = std::exchange(before, now) == now ? equal + 1 : 0;
+            return equal == looks;
         },
         QStringLiteral("the ring stands still"));
 }

@@ -59,9 +59,12 @@ TEST(Ring, magnifiesAndNamesTheItemUnderThePointer)
     OrbitaSession session;
     const WindowInfo ring = session.show();
     const ShownItem resting = session.item(QStringLiteral("Launchpad"));
+    const ShownItem opposite = session.item(QStringLiteral("Safari"));
     session.input().moveTo(resting.rect.center());
-    waitUntil([&] { return session.item(QStringLiteral("Launchpad")).rect.width() > resting.rect.width() * 5 / 4; },
+    waitUntil([&] { return session.item(QStringLiteral("Launchpad")).rect.width() > resting.rect.width(); },
               QStringLiteral("the item has grown"));
+    waitUntil([&] { return session.item(QStringLiteral("Safari")).rect.width() < opposite.rect.width() / 2; },
+              QStringLiteral("the item opposite has shrunk"));
     waitUntil(
         [&] {
             return session.windows()
@@ -247,8 +250,8 @@ TEST(Ring, isRearrangedByDragging)
     const QPointF arm = from - centre;
     session.input().moveTo(from);
     session.input().press();
-    // Clockwise along the ring by one and a half of six sectors: between the second and the third entry.
-    for (int degrees = 5; degrees <= 100; degrees += 5) {
+    // Clockwise along the ring by half a sector and more: past the middle of the entry that follows.
+    for (int degrees = 5; degrees <= 40; degrees += 5) {
         const double angle = degrees * M_PI / 180.0;
         session.input().moveTo(centre
                                + QPoint(int(std::lround(arm.x() * std::cos(angle) - arm.y() * std::sin(angle))),

@@ -3,6 +3,7 @@
 #include "model/BookmarkedPath.h"
 #include "model/CachedIcon.h"
 #include "model/ItemServices.h"
+#include "model/StoredText.h"
 
 #include <QFileInfo>
 
@@ -31,8 +32,7 @@ MenuItem::Pointer AppMenuItem::fromDictionary(const QVariantMap &dictionary, Ite
     auto file = BookmarkedPath::fromDictionary(dictionary);
     if (!file)
         return {};
-    return std::make_shared<AppMenuItem>(dictionary.value(QStringLiteral("name")).toString(), file->bookmarkData,
-                                         file->path, services);
+    return std::make_shared<AppMenuItem>(storedText(dictionary, "name"), file->bookmarkData, file->path, services);
 }
 
 AppMenuItem::AppMenuItem(QString name, QByteArray bookmarkData, QString path, ItemServices &services)

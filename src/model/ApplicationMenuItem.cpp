@@ -24,7 +24,8 @@ std::optional<RunningApplication> ApplicationMenuItem::runningApplication() cons
 void ApplicationMenuItem::quit()
 {
     const auto application = runningApplication();
-    if (!application || !m_services.toolkit.isRecipientReachable())
+    // Without a known process there is nothing to name: 0 would mean the companion's own process group.
+    if (!application || application->processIdentifier <= 0 || !m_services.toolkit.isRecipientReachable())
         return;
     VXRemoteAction action(QStringLiteral("terminate"));
     action.setValueForParameter(QString::number(application->processIdentifier), QStringLiteral("processId"));

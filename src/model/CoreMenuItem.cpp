@@ -2,12 +2,13 @@
 
 #include "model/ItemServices.h"
 #include "model/Log.h"
+#include "model/StoredText.h"
 
 namespace Orbita {
 
 MenuItem::Pointer CoreMenuItem::fromDictionary(const QVariantMap &dictionary, ItemServices &services)
 {
-    return std::make_shared<CoreMenuItem>(dictionary.value(QStringLiteral("name")).toString(), services);
+    return std::make_shared<CoreMenuItem>(storedText(dictionary, "name"), services);
 }
 
 CoreMenuItem::CoreMenuItem(QString name, ItemServices &services)

@@ -11,6 +11,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace Orbita {
 
@@ -59,6 +60,17 @@ void MenuItemArray::removeObjectAt(std::size_t index)
     m_items.erase(m_items.begin() + std::ptrdiff_t(index));
 }
 
+void MenuItemArray::removeObject(const MenuItem &item)
+{
+    std::erase_if(m_items, [&item](const MenuItem::Pointer &entry) { return entry.get() == &item; });
+}
+
+void MenuItemArray::removeObjectsAt(const std::set<std::size_t> &indexes)
+{
+    for (auto index = indexes.rbegin(); index != indexes.rend(); ++index)
+        removeObjectAt(*index);
+}
+
 bool MenuItemArray::refresh()
 {
     auto entries = readFile();
@@ -76,19 +88,19 @@ bool MenuItemArray::refresh()
 
 std::optional<QVariantList> MenuItemArray::readFile()
 {
-    m_mayReplaceFile = true;
+    const bool mightReplaceFile = std::exchange(m_mayReplaceFile, true);
     const auto root = PropertyList::read(m_filePath);
     if (root && root->typeId() == QMetaType::QVariantList)
         return root->toList();
     if (!root && root.error() == PropertyList::ReadError::Missing)
         return std::nullopt;
-    const QString aside = setAsideDamagedFile(m_filePath);
+    const bool mayBeIntact = !root && root.error() == PropertyList::ReadError::Unreadable;
+    const QString aside = mayBeIntact ? QString() : setAsideDamagedFile(m_filePath);
     m_mayReplaceFile = !aside.isEmpty();
     if (m_mayReplaceFile)
         qCWarning(lcModel, "The item file is damaged; it was set aside as %s.", qUtf8Printable(aside));
-    else
-        qCWarning(lcModel, "The item file %s is damaged and could not be set aside; nothing will be saved.",
-                  qUtf8Printable(m_filePath));
+    else if (mightReplaceFile)
+        qCWarning(lcModel, "The item file %s cannot be read; nothing will be saved.", qUtf8Printable(m_filePath));
     return std::nullopt;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <set>
 #include <vector>
 
 namespace Orbita {
@@ -25,12 +26,14 @@ public:
     ///
     /// Without a readable file the entries under the legacy defaults key "menuItems" are taken over, without those the
     /// list stays as it is, an empty list becomes the six core entries, and the result is saved. A damaged file is set
-    /// aside first. The "Finder" entry follows the setting: hidden, or first in the list when it is not among the
-    /// entries.
+    /// aside first; one that may not be read is left alone, and nothing is saved while it stands. The "Finder" entry
+    /// follows the setting: hidden, or first in the list when it is not among the entries.
     bool refresh();
     /// Saves the list atomically, running applications left out. A failure is logged, and the old file stands. Where
     /// the last refresh() met entries that could not be made, a copy of the file that holds them is set aside first.
     void persist();
+    /// Whether the last refresh() met stored entries that could not be made, and they are still in the file.
+    [[nodiscard]] bool fileHoldsUnmadeEntries() const { return m_fileHoldsUnmadeEntries; }
 
     [[nodiscard]] std::size_t count() const { return m_items.size(); }
     [[nodiscard]] bool isEmpty() const { return m_items.empty(); }
@@ -40,6 +43,9 @@ public:
     void addObject(MenuItem::Pointer item) { m_items.push_back(std::move(item)); }
     void insertObject(MenuItem::Pointer item, std::size_t index);
     void removeObjectAt(std::size_t index);
+    /// Removes \a item if it is in the list.
+    void removeObject(const MenuItem &item);
+    void removeObjectsAt(const std::set<std::size_t> &indexes);
     [[nodiscard]] const Items &menuItems() const { return m_items; }
     [[nodiscard]] Items::const_iterator begin() const { return m_items.begin(); }
     [[nodiscard]] Items::const_iterator end() const { return m_items.end(); }
@@ -58,7 +64,7 @@ private:
     ItemServices &m_services;
     Items m_items;
     bool m_fileHoldsUnmadeEntries = false;
-    bool m_mayReplaceFile = true; // not while a damaged file stands that could not be set aside
+    bool m_mayReplaceFile = true; // not while a file stands that could neither be read nor set aside
 };
 
 } // namespace Orbita

@@ -1,6 +1,7 @@
 #include "model/PreservedMenuItem.h"
 
 #include "model/Log.h"
+#include "model/StoredText.h"
 
 namespace Orbita {
 
@@ -11,8 +12,7 @@ MenuItem::Pointer PreservedMenuItem::fromDictionary(const QVariantMap &dictionar
 
 QString PreservedMenuItem::text(const char *key) const
 {
-    const QVariant value = m_dictionary.value(QLatin1String(key));
-    return value.typeId() == QMetaType::QString ? value.toString() : QString();
+    return storedText(m_dictionary, key);
 }
 
 QString PreservedMenuItem::identity() const

@@ -31,6 +31,18 @@ void RunningAppMenuItem::setRenderColored(bool renderColored)
     createImage();
 }
 
+bool RunningAppMenuItem::update(const RunningApplication &application)
+{
+    const bool looksTheSame = application.localizedName == m_app.localizedName && application.icon == m_app.icon
+        && application.bundlePath == m_app.bundlePath;
+    if (!looksTheSame)
+        m_services.imageCache.removeImageForKey(identity());
+    m_app = application;
+    if (!looksTheSame)
+        setRenderColored(m_renderColored);
+    return !looksTheSame;
+}
+
 bool RunningAppMenuItem::representsRunningApplication(const RunningApplication &application) const
 {
     return application == m_app;

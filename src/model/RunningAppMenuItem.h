@@ -10,6 +10,8 @@ public:
     RunningAppMenuItem(RunningApplication application, ItemServices &services);
 
     [[nodiscard]] const RunningApplication &app() const { return m_app; }
+    /// Takes over what became known of the same application since. False when that changes nothing to be seen.
+    bool update(const RunningApplication &application);
     /// Whether the icon is drawn in colour instead of in grey. The cached picture is made anew.
     void setRenderColored(bool renderColored);
 

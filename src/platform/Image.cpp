@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
+#include <tuple>
 #include <mutex>
 
 // Resources in a static library are only found after this, which must not stand in a namespace.
@@ -228,8 +230,18 @@ Image colorControlled(const Image &image, float brightness, float contrast, floa
 {
     if (image.isNull())
         return image;
-    Image result = Image::fromSource(
-        std::make_shared<ColorControlledSource>(image, ColorControls{brightness, contrast, saturation}));
+    // The same picture in the same colours is one source, as long as anybody holds it, so that what was rendered of it
+    // is found again.
+    using Key = std::tuple<const ImageSource *, float, float, float>;
+    static std::map<Key, std::weak_ptr<const ImageSource>> known;
+    std::erase_if(known, [](const auto &entry) { return entry.second.expired(); });
+    auto &remembered = known[{image.source().get(), brightness, contrast, saturation}];
+    auto source = remembered.lock();
+    if (!source) {
+        source = std::make_shared<ColorControlledSource>(image, ColorControls{brightness, contrast, saturation});
+        remembered = source;
+    }
+    Image result = Image::fromSource(std::move(source));
     result.setSize(image.size());
     return result;
 }

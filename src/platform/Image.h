@@ -64,7 +64,8 @@ private:
 
 /// \a image in other colours, as the pixel equations below say, computed when it is rendered:
 /// brightness is added to each channel, contrast scales the distance from one half, and saturation
-/// blends between the luminance (Rec. 709 weights 0.2126, 0.7152, 0.0722) at 0 and the colour at 1.
+/// blends between the luminance (Rec. 709 weights 0.2126, 0.7152, 0.0722) at 0 and the colour at 1. Equal for equal
+/// arguments. Main thread only.
 [[nodiscard]] Image colorControlled(const Image &image, float brightness, float contrast, float saturation);
 
 } // namespace Orbita

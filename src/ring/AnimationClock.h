@@ -12,6 +12,9 @@
 
 namespace Orbita {
 
+/// Whether things glide to their new state or take it at once.
+enum class Animated { No, Yes };
+
 /// The course of an animation from 0 to 1 at \a progress in [0, 1]: quick away, gently in.
 [[nodiscard]] double eased(double progress);
 

@@ -26,9 +26,6 @@ struct RingServices {
     RenderedPictures &pictures;
 };
 
-/// Whether things glide to their new places or stand there at once.
-enum class Animated { No, Yes };
-
 /// Items on a circle round the centre of the view. Hovering magnifies and titles them, pressing clicks and drags them.
 ///
 /// The view decides nothing about items: it takes them from its data source and reports every act to its delegate.

@@ -59,6 +59,7 @@ void RingWindow::updateMask()
 void RingWindow::addFillingView(QWidget *view)
 {
     view->setParent(this);
+    m_fillingViews.removeIf([](const QPointer<QWidget> &former) { return !former; });
     m_fillingViews.append(view);
     placeViews();
     view->show();
@@ -67,6 +68,7 @@ void RingWindow::addFillingView(QWidget *view)
 void RingWindow::addCenteredView(QWidget *view)
 {
     view->setParent(this);
+    m_centeredViews.removeIf([](const QPointer<QWidget> &former) { return !former; });
     m_centeredViews.append(view);
     placeViews();
     view->show();

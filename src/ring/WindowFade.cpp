@@ -17,12 +17,12 @@ void WindowFade::setValue(double opacity)
     show(opacity);
 }
 
-void WindowFade::fadeTo(double opacity, std::function<void()> finished)
+void WindowFade::fadeTo(double opacity, std::function<void()> finished, Animated animated)
 {
     ++m_generation;
     m_finished = std::move(finished);
     m_course.reset();
-    if (m_clock.duration() == AnimationClock::Time::zero()) {
+    if (animated == Animated::No || m_clock.duration() == AnimationClock::Time::zero()) {
         show(opacity);
         finish();
         return;

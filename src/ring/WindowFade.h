@@ -20,11 +20,11 @@ public:
     [[nodiscard]] double value() const { return m_value; }
     /// Sets the opacity at once; a fade under way ends and never finishes.
     void setValue(double opacity);
-    /// Fades from the present opacity to \a opacity, at once where motion is reduced.
+    /// Fades from the present opacity to \a opacity, at once where motion is reduced or \a animated says so.
     ///
     /// \a finished is called from the event loop, never from within this call. A fade that another one or setValue()
     /// replaces never finishes.
-    void fadeTo(double opacity, std::function<void()> finished = {});
+    void fadeTo(double opacity, std::function<void()> finished = {}, Animated animated = Animated::Yes);
 
 private:
     struct Course {

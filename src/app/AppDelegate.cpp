@@ -8,12 +8,29 @@
 #include "platform/Stage.h"
 #include "platform/UserDefaults.h"
 #include "ring/RenderedPictures.h"
+#include "ring/RingLayout.h"
 #include "ring/RingWindow.h"
 #include "settings/AppSettings.h"
 
 #include <QApplication>
 
+#include <cmath>
+
 namespace Orbita {
+
+namespace {
+
+/// The side of an item, in points, in a ring of \a ringSide points with \a count items and none magnified.
+double restingItemSide(double ringSide, std::size_t count)
+{
+    RingLayout layout;
+    layout.size = {ringSide, ringSide};
+    layout.relativeSizes = {std::vector<double>(count, 1.0)};
+    layout.totalNumberOfItems = qint64(count);
+    return count > 0 ? layout.frames().front().width() : 0.0;
+}
+
+} // namespace
 
 AppDelegate::AppDelegate(RingWindow &window, const ControllerServices &services, const DesktopAppearance &appearance,
                          QObject *parent)
@@ -37,8 +54,18 @@ void AppDelegate::applicationDidFinishLaunching()
 
 void AppDelegate::prepareAtLeisure()
 {
+    m_window.prepare();
+    preparePictures();
     m_statusItem = std::make_unique<StatusItem>(m_appearance);
     connect(m_statusItem.get(), &StatusItem::clicked, this, &AppDelegate::showSettings);
+}
+
+void AppDelegate::preparePictures()
+{
+    const MenuItemArray items(m_services.itemFolder, m_services.defaults, m_services.settings, m_services.items);
+    const double side = restingItemSide(ringSize(m_services.settings.menuSizeSettings()), items.count());
+    for (const MenuItem::Pointer &item : items)
+        m_services.ring.pictures.prepare(item->image(), int(std::ceil(side * m_window.devicePixelRatioF())));
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -108,7 +135,7 @@ RingWindowController &AppDelegate::ensureController()
 void AppDelegate::ringWindowDidDisappear()
 {
     // A trigger may have shown the ring again meanwhile.
-    if (m_windowController && m_windowController->isHidden())
+    if (!m_window.isVisible())
         m_windowController.reset();
 }
 

@@ -25,7 +25,8 @@ public:
 
     /// Starts to listen to triggers, and opens the settings on the very first run.
     void applicationDidFinishLaunching();
-    /// Makes what can wait until the program has nothing else to do: the tray's icon and the pictures of the ring.
+    /// Makes what can wait until the program has nothing else to do: the native window, the pictures of the stored
+    /// entries, and the tray's icon.
     void prepareAtLeisure();
     void applicationWillTerminate();
     void follow(CommandService &commands);
@@ -37,6 +38,7 @@ public:
     void showSettings();
 
 private:
+    void preparePictures();
     void showAt(QPointF pointer, ShowEvent event);
     void toggle();
     [[nodiscard]] RingWindowController &ensureController();

@@ -18,11 +18,12 @@ bool perform(QObject *receiver, const char *operation)
 
 } // namespace
 
-const char *editingOperation(Qt::KeyboardModifiers modifiers, int key)
+const char *editingOperation(const QKeyEvent &event)
 {
-    if (modifiers != Qt::ControlModifier)
+    constexpr quint32 capsLock = 2; // the lock bit of X11's modifier state
+    if (event.modifiers() != Qt::ControlModifier || (event.nativeModifiers() & capsLock) != 0)
         return nullptr;
-    switch (key) {
+    switch (event.key()) {
     case Qt::Key_X:
         return "cut";
     case Qt::Key_C:
@@ -39,10 +40,11 @@ const char *editingOperation(Qt::KeyboardModifiers modifiers, int key)
 bool OrbitaApplication::notify(QObject *receiver, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && receiver == focusWidget()) {
-        const auto *key = static_cast<QKeyEvent *>(event);
-        const char *operation = editingOperation(key->modifiers(), key->key());
-        if (operation && perform(receiver, operation))
-            return true;
+        const char *operation = editingOperation(*static_cast<QKeyEvent *>(event));
+        for (QWidget *widget = focusWidget(); operation && widget; widget = widget->parentWidget()) {
+            if (perform(widget, operation))
+                return true;
+        }
     }
     return QApplication::notify(receiver, event);
 }

@@ -8,11 +8,19 @@ namespace {
 
 constexpr double edgeMargin = 10.0; // points
 
-/// Half open, so that a point on the border of two screens belongs to one of them.
+/// Half open, so that a point on the border of two screens belongs to one of them. The pointer is at the upper left
+/// corner of its pixel: the leftmost column is at x(), the topmost row at y() + height().
 bool holds(const QRectF &frame, QPointF point)
 {
-    return point.x() >= frame.x() && point.x() < frame.x() + frame.width() && point.y() >= frame.y()
-        && point.y() < frame.y() + frame.height();
+    return point.x() >= frame.x() && point.x() < frame.x() + frame.width() && point.y() > frame.y()
+        && point.y() <= frame.y() + frame.height();
+}
+
+const Stage::Screen *screenAt(QPointF point, const std::vector<Stage::Screen> &screens)
+{
+    const auto found
+        = std::ranges::find_if(screens, [point](const Stage::Screen &screen) { return holds(screen.frame, point); });
+    return found != screens.end() ? &*found : nullptr;
 }
 
 } // namespace
@@ -36,9 +44,13 @@ QPointF requestedCentre(QPointF pointer, MenuPosition position, const std::vecto
 {
     if (position != MenuPosition::ScreenCenter)
         return pointer;
-    const auto found = std::ranges::find_if(
-        screens, [pointer](const Stage::Screen &screen) { return holds(screen.frame, pointer); });
-    return found != screens.end() ? found->frame.center() : pointer;
+    const Stage::Screen *screen = screenAt(pointer, screens);
+    return screen ? screen->frame.center() : pointer;
+}
+
+QPointF keptOnScreens(QPointF centre, const std::vector<Stage::Screen> &screens)
+{
+    return screenAt(centre, screens) ? centre : screens.front().frame.center();
 }
 
 QRectF ringFrame(QPointF centre, double size, SwiftMode swiftMode, const std::vector<Stage::Screen> &screens)

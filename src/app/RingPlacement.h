@@ -18,6 +18,10 @@ namespace Orbita {
 [[nodiscard]] QPointF requestedCentre(QPointF pointer, MenuPosition position,
                                       const std::vector<Stage::Screen> &screens);
 
+/// Where the centre of a shown ring goes when the screens have changed: it stays on a screen that holds it, and moves
+/// to the middle of the main screen otherwise.
+[[nodiscard]] QPointF keptOnScreens(QPointF centre, const std::vector<Stage::Screen> &screens);
+
 /// The window's frame round \a centre. On a single screen, with Swift Mode off, a ring that would leave it at the left,
 /// right or bottom edge stands 10 points inside; the top edge is not tested, so that a ring asked for near it stays
 /// centred on the pointer.

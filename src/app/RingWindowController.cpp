@@ -16,6 +16,8 @@
 
 #include <QWindow>
 
+#include <utility>
+
 namespace Orbita {
 
 namespace {
@@ -32,20 +34,27 @@ RingWindowController::RingWindowController(RingWindow &window, const ControllerS
       m_window(window),
       m_services(services),
       m_menuItems(services.itemFolder, services.defaults, services.settings, services.items),
-      m_fade(window, services.ring.clock)
+      m_fade(window, services.ring.clock),
+      m_keyMonitor(window, *this, services.ring.stage)
 {
     m_window.prepare();
     buildWindow();
     m_fade.setValue(0.0);
+    m_keyMonitor.setEnabled(false);
     followSettings();
     connect(&m_services.items.runningApplications, &RunningApplications::runningApplicationsChanged, this, [this] {
         if (updateRunningEntries())
-            m_ringView->reloadData();
+            reloadRing();
+    });
+    connect(&m_services.ring.stage, &Stage::screensChanged, this, [this] {
+        if (m_window.isVisible() && !m_isHiding)
+            showWindowAtScreenPosition(keptOnScreens(m_frame.center(), m_services.ring.stage.screens()));
     });
 }
 
 RingWindowController::~RingWindowController()
 {
+    m_window.hide();
     delete m_closeButton;
     delete m_ringView;
 }
@@ -74,7 +83,7 @@ void RingWindowController::followSettings()
             [this] { m_ringView->setMagnifyItemsOnMouseOver(m_services.settings.magnifySettings()); });
     connect(&settings, &AppSettings::windowTintSettingsChanged, this, [this] {
         refreshWindowTint();
-        m_ringView->reloadData();
+        reloadRing();
     });
     connect(&settings, &AppSettings::runningAppsStyleChanged, this, [this] { refreshItems(); });
     connect(&settings, &AppSettings::showFinderChanged, this, [this] { refreshItems(); });
@@ -115,7 +124,10 @@ void RingWindowController::hideWindow(ReactivatePrevious reactivate, ForceHide)
     if (!m_canClose || m_isHiding)
         return;
     m_isHiding = true;
-    m_fade.fadeTo(0.0, [this] { finishHiding(); });
+    // Opacity has no effect without a compositor: a dismissed ring would only stand in the way.
+    const auto animated = m_services.ring.stage.isCompositing() ? Animated::Yes : Animated::No;
+    m_fade.fadeTo(
+        0.0, [this] { finishHiding(); }, animated);
     if (reactivate == ReactivatePrevious::Yes)
         reactivatePreviousApplication();
     m_lastFrontmostApp.reset();
@@ -139,8 +151,7 @@ void RingWindowController::finishHiding()
 void RingWindowController::setRingEnabled(bool enabled)
 {
     m_ringView->setEnabled(enabled);
-    RingKeyTarget &target = *this;
-    m_keyMonitor = enabled ? std::make_unique<RingKeyMonitor>(m_window, target, m_services.ring.stage) : nullptr;
+    m_keyMonitor.setEnabled(enabled);
 }
 
 bool RingWindowController::windowVisible() const
@@ -166,10 +177,11 @@ bool RingWindowController::toolkitAvailable() const
 
 void RingWindowController::refreshItems(bool instantly)
 {
-    const bool allMade = m_menuItems.refresh();
+    if (!std::exchange(m_itemsAreFresh, false))
+        m_menuItems.refresh();
     updateRunningEntries();
-    m_ringView->reloadData(instantly);
-    if (!allMade)
+    reloadRing(instantly);
+    if (m_menuItems.fileHoldsUnmadeEntries())
         persistItems();
 }
 
@@ -182,13 +194,41 @@ bool RingWindowController::updateRunningEntries()
                                           .fileManager = services.workspace.coreApplication(QStringLiteral("Finder")),
                                           .showsRunningApplications = style != RunningAppsStyle::Hidden});
     for (const MenuItem *ended : plan.entriesToRemove)
-        m_menuItems.removeObjectAt(*m_menuItems.indexOf(*ended));
+        m_menuItems.removeObject(*ended);
+    const bool looksChanged = updateRunningRecords();
     for (const RunningApplication &application : plan.applicationsToAdd) {
         auto entry = std::make_shared<RunningAppMenuItem>(application, services);
         entry->setRenderColored(style == RunningAppsStyle::Colored);
         m_menuItems.addObject(std::move(entry));
     }
-    return !plan.isEmpty();
+    return !plan.isEmpty() || looksChanged || runningMarks() != m_shownMarks;
+}
+
+bool RingWindowController::updateRunningRecords()
+{
+    bool looksChanged = false;
+    for (const RunningApplication &record : m_services.items.runningApplications.runningApplications()) {
+        for (const MenuItem::Pointer &item : m_menuItems) {
+            auto *entry = dynamic_cast<RunningAppMenuItem *>(item.get());
+            if (entry && entry->representsRunningApplication(record))
+                looksChanged = entry->update(record) || looksChanged;
+        }
+    }
+    return looksChanged;
+}
+
+std::vector<bool> RingWindowController::runningMarks() const
+{
+    std::vector<bool> marks;
+    for (const MenuItem::Pointer &item : m_menuItems)
+        marks.push_back(item->isRunning());
+    return marks;
+}
+
+void RingWindowController::reloadRing(bool instantly)
+{
+    m_shownMarks = runningMarks();
+    m_ringView->reloadData(instantly);
 }
 
 const MenuItem::Pointer &RingWindowController::itemAt(ItemAddress address) const
@@ -218,12 +258,13 @@ bool RingWindowController::ringViewSectionSupportsDrop(RingView &, qint64)
 
 bool RingWindowController::opensOnHover(qint64 position) const
 {
-    if (position == m_lastSwiftItemIndex || !windowVisible() || !m_services.ring.stage.areButtonsUp())
-        return false;
     const SwiftMode mode = m_services.settings.swiftMode();
+    if (mode == SwiftMode::Off || position == m_lastSwiftItemIndex || !windowVisible())
+        return false;
     const MenuItem &item = *m_menuItems.objectAt(std::size_t(position));
-    return mode == SwiftMode::Enabled
-        || (mode == SwiftMode::RunningAppsOnly && item.isRunning() && !item.canHoldSubitems());
+    if (mode == SwiftMode::RunningAppsOnly && (!item.isRunning() || item.canHoldSubitems()))
+        return false;
+    return m_services.ring.stage.areButtonsUp(); // asked last: it asks the window system
 }
 
 bool RingWindowController::ringViewShouldDisplayTitleOfItem(RingView &view, ItemAddress address)

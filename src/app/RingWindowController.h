@@ -89,7 +89,7 @@ private:
     void ringViewDidRightClickItem(RingView &, ItemAddress) override {}
     void ringViewDidRightClickOutsideOfItem(RingView &, ItemAddress) override {}
     bool ringViewCanDropItem(RingView &, ItemAddress, ItemAddress) override { return false; }
-    void ringViewDidDropItem(RingView &, ItemAddress, ItemAddress) override {}
+    void ringViewDidDropItem(RingView &, ItemAddress, ItemAddress) override { reloadRing(); }
     bool ringViewDidReceiveDrag(RingView &, const DragInformation &, ItemAddress) override { return false; }
     bool ringViewCanDrop(RingView &, const DragInformation &, ItemAddress) override { return false; }
     bool ringViewDidDrop(RingView &, const DragInformation &, ItemAddress) override { return false; }
@@ -103,8 +103,13 @@ private:
     void buildWindow();
     void followSettings();
     void refreshWindowTint();
-    /// Takes over which applications run. True when the entries changed.
+    /// Takes over which applications run. True when the ring shows something else.
     bool updateRunningEntries();
+    /// Takes over what became known of the running applications. True when an entry looks different.
+    bool updateRunningRecords();
+    /// Which entries run, in order.
+    [[nodiscard]] std::vector<bool> runningMarks() const;
+    void reloadRing(bool instantly = true);
     void setRingEnabled(bool enabled);
     void reactivatePreviousApplication();
     void finishHiding();
@@ -118,12 +123,14 @@ private:
     QPointer<CloseButton> m_closeButton;
     WindowFade m_fade;
     QRectF m_frame;
-    std::unique_ptr<RingKeyMonitor> m_keyMonitor;
+    RingKeyMonitor m_keyMonitor;
+    std::vector<bool> m_shownMarks; ///< runningMarks() as of the last reload
     std::optional<RunningApplication> m_lastFrontmostApp;
     QElapsedTimer m_sinceShown; ///< since the last fade-in ended; invalid before the first
     qint64 m_lastSwiftItemIndex = NotFound;
     bool m_canClose = true;
-    bool m_isHiding = false; ///< fading out; another request must not begin the fade anew
+    bool m_itemsAreFresh = true; ///< loaded when the controller was made, and not shown yet
+    bool m_isHiding = false;     ///< fading out; another request must not begin the fade anew
 };
 
 } // namespace Orbita

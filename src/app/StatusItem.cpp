@@ -33,6 +33,7 @@ QIcon templateIcon(const QColor &color)
 StatusItem::StatusItem(const DesktopAppearance &appearance, QObject *parent) : QObject(parent), m_appearance(appearance)
 {
     createIcon();
+    connect(&m_appearance, &DesktopAppearance::darkPanelChanged, this, &StatusItem::createIcon);
     // A tray that speaks D-Bus is only looked for when the icon is made, so one that starts later needs a new icon.
     m_hostWatcher = std::make_unique<QDBusServiceWatcher>(QStringLiteral("org.kde.StatusNotifierWatcher"),
                                                           QDBusConnection::sessionBus(),

@@ -91,9 +91,10 @@ int fail(const char *sentence)
 int passOn(const QString &request)
 {
     const QString method = request == QLatin1String("--show") ? QStringLiteral("Show") : QStringLiteral("ShowSettings");
-    return CommandService::callInstance(QDBusConnection::sessionBus(), method)
-        ? EXIT_SUCCESS
-        : fail("Orbita runs but did not answer.");
+    if (!CommandService::callInstance(QDBusConnection::sessionBus(), method))
+        return fail("Orbita runs but did not answer.");
+    signalReady();
+    return EXIT_SUCCESS;
 }
 
 int run(OrbitaApplication &application)
@@ -128,12 +129,16 @@ int run(OrbitaApplication &application)
 
 int main(int argc, char **argv)
 {
-    // Under Wayland the ring is shown through the X server that such sessions offer.
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    // Under Wayland the ring is shown through the X server that such sessions offer. What is launched must not inherit
+    // that choice.
+    const bool choosesPlatform = !qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (choosesPlatform)
         qputenv("QT_QPA_PLATFORM", "xcb");
     if (!isDisplayReachable())
         return fail("The X11 display cannot be reached.");
     OrbitaApplication application(argc, argv);
+    if (choosesPlatform)
+        qunsetenv("QT_QPA_PLATFORM");
     QApplication::setApplicationName(QStringLiteral("orbita"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orbita"));
     QApplication::setDesktopFileName(QStringLiteral("org.orbita.Orbita"));

@@ -6,7 +6,7 @@
 #include <string>
 
 #include <fcntl.h>
-#include <sys/wait.h>
+#include <poll.h>
 #include <unistd.h>
 
 namespace Orbita {
@@ -23,11 +23,13 @@ std::filesystem::path desktopProgram()
     return std::filesystem::exists(beside, error) ? beside : folder / ORBITA_LIBEXEC_FROM_BIN / name;
 }
 
-/// Waits for the one byte that says that the program is ready. False when it ended without.
+/// Waits for the one byte that says that the program is ready. False when it ended without, or takes too long.
 bool waitUntilReady(int readEnd)
 {
+    constexpr int patience = 60'000; // milliseconds: a machine that is starting up can be very slow
+    pollfd waited{readEnd, POLLIN, 0};
     char byte = 0;
-    return TEMP_FAILURE_RETRY(read(readEnd, &byte, 1)) == 1;
+    return TEMP_FAILURE_RETRY(poll(&waited, 1, patience)) == 1 && TEMP_FAILURE_RETRY(read(readEnd, &byte, 1)) == 1;
 }
 
 } // namespace
@@ -56,8 +58,6 @@ bool startDesktopProgram(const char *argument)
     close(ready[1]);
     const bool isReady = waitUntilReady(ready[0]);
     close(ready[0]);
-    if (!isReady)
-        waitpid(child, nullptr, 0);
     return isReady;
 }
 

@@ -4,10 +4,20 @@
 
 namespace Orbita {
 
+namespace {
+
+/// Command, Shift, Caps Lock, Option, Control and Function, left and right. They say how other keys are meant.
+bool isModifier(std::optional<quint16> code)
+{
+    return code && *code >= 54 && *code <= 63;
+}
+
+} // namespace
+
 RingKeyPlan planRingKey(const RingKey &key, const RingKeyContext &context)
 {
     using Action = RingKeyPlan::Action;
-    if (!key.areButtonsUp || context.itemCount == 0)
+    if (!key.areButtonsUp || context.itemCount == 0 || isModifier(key.code))
         return {Action::PassOn, NotFound, context.lastTime};
     if (key.code == KeyCodes::Escape)
         return {Action::Hide, NotFound, context.lastTime};

@@ -39,8 +39,8 @@ struct RingKeyPlan {
 /// Keys that follow an accepted one within this time do nothing, so that a held key does not race round the ring.
 inline constexpr std::chrono::milliseconds keyRepeatGuard{200};
 
-/// Decides what \a key does. Escape hides and always works; the first other key highlights the first item; the arrows
-/// go round; Return clicks. Pure: the caller keeps the plan's lastTime.
+/// Decides what \a key does. Escape hides and always works; the first other key highlights the first item, modifiers
+/// alone excepted; the arrows go round; Return clicks. Pure: the caller keeps the plan's lastTime.
 [[nodiscard]] RingKeyPlan planRingKey(const RingKey &key, const RingKeyContext &context);
 
 } // namespace Orbita

@@ -17,7 +17,7 @@ RingKeyMonitor::RingKeyMonitor(QWidget &window, RingKeyTarget &target, const Sta
 
 bool RingKeyMonitor::eventFilter(QObject *, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress)
+    if (!m_isEnabled || event->type() != QEvent::KeyPress)
         return false;
     const RingKey key{KeyCodes::fromKeyEvent(*static_cast<QKeyEvent *>(event)),
                       std::chrono::milliseconds(m_clock.elapsed()), m_stage.areButtonsUp()};

@@ -31,6 +31,9 @@ public:
     /// \a window, \a target and \a stage outlive the monitor.
     RingKeyMonitor(QWidget &window, RingKeyTarget &target, const Stage &stage, QObject *parent = nullptr);
 
+    /// Keys go their usual way while it is disabled; enabled at first.
+    void setEnabled(bool enabled) { m_isEnabled = enabled; }
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -40,6 +43,7 @@ private:
     const Stage &m_stage;
     QElapsedTimer m_clock;
     std::optional<std::chrono::milliseconds> m_lastTime;
+    bool m_isEnabled = true;
 };
 
 } // namespace Orbita

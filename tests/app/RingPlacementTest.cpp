@@ -43,6 +43,12 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(RequestedCentre, isThePointerOrTheMiddleOfItsScreen)
 {
+    EXPECT_EQ(requestedCentre({639, 800}, MenuPosition::ScreenCenter, twoScreens), QPointF(320, 400)) << "topmost row";
+    EXPECT_EQ(requestedCentre({639, 0}, MenuPosition::ScreenCenter, twoScreens), QPointF(639, 0))
+        << "below the screens";
+    const std::vector<Stage::Screen> stacked{{QRectF(0, 0, 640, 800), 1.0}, {QRectF(0, 800, 640, 600), 1.0}};
+    EXPECT_EQ(requestedCentre({320, 800}, MenuPosition::ScreenCenter, stacked), QPointF(320, 400));
+    EXPECT_EQ(requestedCentre({320, 801}, MenuPosition::ScreenCenter, stacked), QPointF(320, 1100));
     EXPECT_EQ(requestedCentre({650, 20}, MenuPosition::AroundPointer, twoScreens), QPointF(650, 20));
     EXPECT_EQ(requestedCentre({639, 20}, MenuPosition::ScreenCenter, twoScreens), QPointF(320, 400));
     EXPECT_EQ(requestedCentre({700, 799}, MenuPosition::ScreenCenter, twoScreens), QPointF(1020, 400));

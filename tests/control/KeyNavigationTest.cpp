@@ -12,6 +12,7 @@ using namespace std::chrono_literals;
 using Action = RingKeyPlan::Action;
 
 constexpr quint16 letterA = 0;
+constexpr quint16 shift = 56;
 
 struct Row {
     const char *name;
@@ -48,6 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
             {Action::Hide, NotFound, 4999ms}},
         Row{"the first Return only selects", {KeyCodes::Return, 5s}, {6, NotFound, {}}, {Action::Highlight, 0, 5s}},
         Row{"the first letter selects too", {letterA, 5s}, {6, NotFound, {}}, {Action::Highlight, 0, 5s}},
+        Row{"a modifier alone is no key of the ring", {shift, 5s}, {6, NotFound, {}}, {Action::PassOn, NotFound, {}}},
         Row{"right goes on", {KeyCodes::RightArrow, 5s}, {6, 2, {}}, {Action::Highlight, 3, 5s}},
         Row{"right wraps to the first", {KeyCodes::RightArrow, 5s}, {6, 5, {}}, {Action::Highlight, 0, 5s}},
         Row{"left goes back", {KeyCodes::LeftArrow, 5s}, {6, 2, {}}, {Action::Highlight, 1, 5s}},

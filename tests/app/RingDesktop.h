@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/RingWindowController.h"
+#include "ring/ManualAnimationClock.h"
+#include "ring/RenderedPictures.h"
+#include "ring/RingWindow.h"
+#include "support/MemoryDesktop.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+namespace Orbita {
+
+/// A desktop in memory with a ring window, and a clock that a test moves.
+struct RingDesktop : MemoryDesktop {
+    MemoryStage stage;
+    MemoryBlurBehind blur;
+    ManualAnimationClock clock;
+    RenderedPictures pictures;
+    RingWindow window{stage, blur};
+    ControllerServices controllerServices{
+        container.directories().container, settings, defaults, services, {stage, clock, pictures}};
+
+    /// Lets every animation run to its end and its owners hear of it.
+    void settle()
+    {
+        clock.advance(AnimationClock::defaultDuration);
+        clock.advance(AnimationClock::defaultDuration);
+        QCoreApplication::sendPostedEvents();
+    }
+    /// Presses the key at the evdev code \a code in the ring window.
+    void press(Qt::Key key, quint32 evdevCode)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, evdevCode + 8, 0, 0);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+    [[nodiscard]] RingView &view() const { return *window.findChild<RingView *>(); }
+};
+
+} // namespace Orbita

@@ -13,15 +13,10 @@ namespace {
 
 using Entry = GObjectPointer<GDesktopAppInfo>;
 
-bool isDesktopFile(const QString &path)
-{
-    return path.endsWith(QLatin1String(".desktop")) && !QFileInfo(path).isDir();
-}
-
 Entry installedEntry(const QString &path)
 {
     const QString id = desktopFileId(path);
-    return id.isEmpty() ? Entry() : Entry(g_desktop_app_info_new(id.toUtf8().constData()));
+    return id.isEmpty() || !isSafeToLookUp(id) ? Entry() : Entry(g_desktop_app_info_new(id.toUtf8().constData()));
 }
 
 Entry entryFromFile(const QString &path)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/desktop/Glib.h"
+#include "platform/Glib.h"
 
 #include "base/Result.h"
 #include "platform/Workspace.h"

@@ -1,6 +1,8 @@
-#include <gio/gdesktopappinfo.h>
+#include "platform/Glib.h"
 
 #include "platform/desktop/ApplicationIndex.h"
+
+#include "platform/desktop/DesktopFile.h"
 
 #include <QFileInfo>
 
@@ -18,13 +20,21 @@ QString withoutSuffix(QString id)
     return id;
 }
 
-DesktopEntry entryOf(GDesktopAppInfo *info)
+QString iconOf(GAppInfo *application)
+{
+    GIcon *icon = g_app_info_get_icon(application); // belongs to the application
+    const GlibPointer<char> text(icon ? g_icon_to_string(icon) : nullptr);
+    return QString::fromUtf8(text.get());
+}
+
+DesktopEntry entryOf(const InstalledDesktopFile &file, GDesktopAppInfo *info)
 {
     GAppInfo *application = G_APP_INFO(info);
     DesktopEntry entry;
-    entry.id = withoutSuffix(QString::fromUtf8(g_app_info_get_id(application)));
-    entry.path = QFile::decodeName(g_desktop_app_info_get_filename(info));
+    entry.id = withoutSuffix(file.id);
+    entry.path = file.path;
     entry.name = QString::fromUtf8(g_app_info_get_display_name(application));
+    entry.icon = iconOf(application);
     entry.startupWmClass = QString::fromUtf8(g_desktop_app_info_get_startup_wm_class(info));
     entry.program = QFileInfo(QFile::decodeName(g_app_info_get_executable(application))).fileName();
     entry.isHidden = g_app_info_should_show(application) == FALSE;
@@ -35,13 +45,15 @@ DesktopEntry entryOf(GDesktopAppInfo *info)
 
 DesktopCatalog readInstalledApplications()
 {
+    // One after the other: asking for all at once would keep all in memory, and the lock that look-ups on other
+    // threads need.
     std::vector<DesktopEntry> entries;
-    GList *applications = g_app_info_get_all();
-    for (const GList *item = applications; item != nullptr; item = item->next) {
-        if (G_IS_DESKTOP_APP_INFO(item->data))
-            entries.push_back(entryOf(G_DESKTOP_APP_INFO(item->data)));
+    for (const InstalledDesktopFile &file : installedDesktopFiles()) {
+        const GObjectPointer<GDesktopAppInfo> info(
+            g_desktop_app_info_new_from_filename(QFile::encodeName(file.path).constData()));
+        if (info && !g_desktop_app_info_get_is_hidden(info.get()))
+            entries.push_back(entryOf(file, info.get()));
     }
-    g_list_free_full(applications, g_object_unref);
     return DesktopCatalog(std::move(entries));
 }
 

@@ -181,11 +181,18 @@ void ApplicationTable::place(const ApplicationWindow &window, const DesktopCatal
         target->key = key;
         target->record.serial = m_nextSerial++;
     }
-    target->entry = entry != nullptr ? std::optional(*entry) : std::nullopt;
+    setEntry(*target, entry);
     target->windows.insert(window.window);
     if (window.process.processIdentifier != 0)
         target->processes[window.process.processIdentifier] = window.process;
     refresh(*target);
+}
+
+void ApplicationTable::setEntry(Group &group, const DesktopEntry *entry)
+{
+    const auto found = entry != nullptr ? std::optional(*entry) : std::nullopt;
+    if (std::exchange(group.entry, found) != found)
+        group.record.icon = found && m_iconForBundle ? m_iconForBundle(found->path) : Image();
 }
 
 void ApplicationTable::moveAway(Group &group, const ApplicationWindow &window)
@@ -223,10 +230,7 @@ void ApplicationTable::refresh(Group &group)
     if (group.windows.empty())
         return; // it keeps the name and the icon that it had with its last window
 
-    const QString path = group.entry ? group.entry->path : QString();
-    const bool isOther = std::exchange(record.bundlePath, path) != path;
-    if (isOther)
-        record.icon = group.entry && m_iconForBundle ? m_iconForBundle(path) : Image();
+    record.bundlePath = group.entry ? group.entry->path : QString();
     const auto withIcon
         = std::ranges::find_if(group.windows, [this](quint32 id) { return !m_windows.at(id).icon.isNull(); });
     if (record.icon.isNull() && withIcon != group.windows.end())

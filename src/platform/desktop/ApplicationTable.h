@@ -73,6 +73,7 @@ private:
     [[nodiscard]] Groups::const_iterator groupOf(quint32 window) const;
     [[nodiscard]] bool hasWindowOf(const Group &group, qint64 process) const;
     void place(const ApplicationWindow &window, const DesktopCatalog &catalog);
+    void setEntry(Group &group, const DesktopEntry *entry);
     void moveAway(Group &group, const ApplicationWindow &window);
     void forgetEnded();
     void refresh(Group &group);

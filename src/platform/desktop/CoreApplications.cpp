@@ -1,9 +1,10 @@
-#include "platform/desktop/Glib.h"
+#include "platform/Glib.h"
 
 #include "platform/desktop/CoreApplications.h"
 
 #include "platform/Log.h"
 #include "platform/desktop/ApplicationEntry.h"
+#include "platform/desktop/DefaultApplications.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -25,15 +26,6 @@ namespace {
 
 using Entry = GObjectPointer<GDesktopAppInfo>;
 
-Entry asDesktopEntry(GAppInfo *info)
-{
-    if (info && !G_IS_DESKTOP_APP_INFO(info)) {
-        g_object_unref(info);
-        return {};
-    }
-    return Entry(reinterpret_cast<GDesktopAppInfo *>(info));
-}
-
 Entry entryOf(const QString &candidate)
 {
     if (candidate.startsWith(u':')) {
@@ -41,12 +33,12 @@ Entry entryOf(const QString &candidate)
         auto bundled = applicationEntry(candidate);
         return bundled ? std::move(bundled).value() : Entry();
     }
-    const QByteArray value = candidate.mid(candidate.indexOf(u':') + 1).toUtf8();
+    const QString value = candidate.mid(candidate.indexOf(u':') + 1);
     if (candidate.startsWith(QLatin1String("mime:")))
-        return asDesktopEntry(g_app_info_get_default_for_type(value.constData(), FALSE));
+        return defaultApplicationForType(value);
     if (candidate.startsWith(QLatin1String("scheme:")))
-        return asDesktopEntry(g_app_info_get_default_for_uri_scheme(value.constData()));
-    return Entry(g_desktop_app_info_new(value.constData()));
+        return schemeHandler(value);
+    return Entry(g_desktop_app_info_new(value.toUtf8().constData()));
 }
 
 bool isOrbita(GDesktopAppInfo *entry)

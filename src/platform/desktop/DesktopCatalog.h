@@ -7,7 +7,7 @@
 
 namespace Orbita {
 
-/// What a desktop file says about the windows of its application.
+/// What a desktop file says about its application and the windows of that.
 struct DesktopEntry {
     QString id;             ///< without ".desktop"
     QString path;           ///< of the desktop file
@@ -15,6 +15,7 @@ struct DesktopEntry {
     QString startupWmClass; ///< may be empty
     QString program;        ///< the file name of what Exec starts; may be empty
     bool isHidden = false;  ///< not for menus
+    QString icon;           ///< a theme's name for it or a path; may be empty
 
     friend bool operator==(const DesktopEntry &, const DesktopEntry &) = default;
 };
@@ -51,7 +52,7 @@ private:
     [[nodiscard]] const DesktopEntry *find(const Lookup &lookup, const QString &key) const;
 
     std::vector<DesktopEntry> m_entries;
-    Lookup m_byId; ///< keys of all four are in lower case, but for the paths
+    Lookup m_byId; ///< keys of all are in lower case, but for the paths
     Lookup m_byWindowClass;
     Lookup m_byLastPart;
     Lookup m_byPath;

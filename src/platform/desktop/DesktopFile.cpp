@@ -1,9 +1,13 @@
 #include "platform/desktop/DesktopFile.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace Orbita {
 
@@ -15,6 +19,27 @@ QString localeText(GKeyFile *file, const char *key)
 {
     const GlibPointer<char> text(g_key_file_get_locale_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
     return QString::fromUtf8(text.get()).simplified();
+}
+
+/// The first one's files stand in front of the second one's, and so on.
+QStringList applicationsFolders()
+{
+    return QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
+}
+
+/// The files in or below \a folder whose id is \a id: each dash in it may stand for a folder.
+QStringList filesWithId(const QString &folder, const QString &id)
+{
+    QStringList files;
+    const QString direct = folder + u'/' + id;
+    if (QFileInfo::exists(direct))
+        files << direct;
+    for (qsizetype dash = id.indexOf(u'-', 1); dash > 0; dash = id.indexOf(u'-', dash + 1)) {
+        const QString below = folder + u'/' + id.left(dash);
+        if (QFileInfo(below).isDir())
+            files << filesWithId(below, id.mid(dash + 1));
+    }
+    return files;
 }
 
 } // namespace
@@ -50,15 +75,49 @@ QString DesktopFile::icon() const
     return localeText(m_keyFile.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
 }
 
+bool isDesktopFile(const QString &path)
+{
+    return path.endsWith(QLatin1String(".desktop")) && !QFileInfo(path).isDir();
+}
+
 QString desktopFileId(const QString &path)
 {
     const QString clean = QDir::cleanPath(path);
-    for (const QString &folder : QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
+    for (const QString &folder : applicationsFolders()) {
         const QString prefix = QDir::cleanPath(folder) + u'/';
         if (clean.startsWith(prefix))
             return clean.mid(prefix.size()).replace(u'/', u'-');
     }
     return {};
+}
+
+bool isSafeToLookUp(const QString &id)
+{
+    const QStringList folders = applicationsFolders();
+    return std::ranges::all_of(folders, [&id](const QString &folder) {
+        return std::ranges::all_of(filesWithId(folder, id), &DesktopFile::isReadable);
+    });
+}
+
+std::vector<InstalledDesktopFile> installedDesktopFiles()
+{
+    std::vector<InstalledDesktopFile> files;
+    QSet<QString> taken;
+    for (const QString &folder : applicationsFolders()) {
+        const QDir root(folder);
+        QDirIterator walk(folder, {QStringLiteral("*.desktop")}, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot,
+                          QDirIterator::Subdirectories | QDirIterator::FollowSymlinks);
+        while (walk.hasNext()) {
+            const QString path = walk.next();
+            const QString id = root.relativeFilePath(path).replace(u'/', u'-');
+            if (walk.fileInfo().isDir() || taken.contains(id))
+                continue;
+            taken.insert(id);
+            if (DesktopFile::isReadable(path))
+                files.push_back({id, path});
+        }
+    }
+    return files;
 }
 
 } // namespace Orbita

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "platform/desktop/Glib.h"
+#include "platform/Glib.h"
 
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 namespace Orbita {
 
@@ -32,8 +33,24 @@ private:
     GlibPointer<GKeyFile> m_keyFile;
 };
 
+/// Whether \a path names a ".desktop" file and no folder; the file need not be there.
+[[nodiscard]] bool isDesktopFile(const QString &path);
+
 /// The desktop file id of \a path ("kde4-konsole.desktop" for kde4/konsole.desktop) when it lies in one of the XDG
 /// applications folders; otherwise empty.
 [[nodiscard]] QString desktopFileId(const QString &path);
+
+/// Whether every file of the XDG applications folders that has the id \a id is safe to hand to GLib. Which of them is
+/// the one in force, GLib decides, and it opens that one unchecked.
+[[nodiscard]] bool isSafeToLookUp(const QString &id);
+
+/// A file of an XDG applications folder that no other one stands in front of.
+struct InstalledDesktopFile {
+    QString id;
+    QString path;
+};
+
+/// The files in force that are safe to hand to GLib, in no particular order. Opens none of them. Any thread.
+[[nodiscard]] std::vector<InstalledDesktopFile> installedDesktopFiles();
 
 } // namespace Orbita

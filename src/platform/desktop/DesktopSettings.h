@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/desktop/Glib.h"
+#include "platform/Glib.h"
 
 #include <QSettings>
 #include <QStringList>

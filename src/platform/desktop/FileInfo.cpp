@@ -1,3 +1,5 @@
+#include "platform/Glib.h"
+
 #include "platform/desktop/FileInfo.h"
 
 #include <QDir>
@@ -56,13 +58,6 @@ QString contentType(const QString &path)
 {
     const Info info = query(path, G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE);
     return info ? QString::fromUtf8(g_file_info_get_content_type(info.get())) : QString();
-}
-
-GObjectPointer<GDesktopAppInfo> defaultApplication(const QString &contentType)
-{
-    GAppInfo *info
-        = contentType.isEmpty() ? nullptr : g_app_info_get_default_for_type(contentType.toUtf8().constData(), FALSE);
-    return GObjectPointer<GDesktopAppInfo>(reinterpret_cast<GDesktopAppInfo *>(info));
 }
 
 } // namespace Orbita

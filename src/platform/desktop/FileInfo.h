@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/desktop/Glib.h"
-
 #include <QString>
 #include <QStringList>
 
@@ -16,8 +14,5 @@ namespace Orbita {
 /// The content type of the file at \a path, from its name and, where that is not enough, its first bytes.
 /// Empty when there is no such file.
 [[nodiscard]] QString contentType(const QString &path);
-
-/// The default application of \a contentType; null when there is none.
-[[nodiscard]] GObjectPointer<GDesktopAppInfo> defaultApplication(const QString &contentType);
 
 } // namespace Orbita

@@ -1,4 +1,4 @@
-#include "platform/desktop/Glib.h"
+#include "platform/Glib.h"
 
 #include "platform/desktop/FreedesktopAppearance.h"
 

@@ -1,4 +1,4 @@
-#include "platform/desktop/Glib.h"
+#include "platform/Glib.h"
 
 #include "platform/desktop/GioWorkspace.h"
 
@@ -6,6 +6,8 @@
 #include "platform/desktop/ApplicationBundle.h"
 #include "platform/desktop/ApplicationEntry.h"
 #include "platform/desktop/CoreApplications.h"
+#include "platform/desktop/DefaultApplications.h"
+#include "platform/desktop/DesktopFile.h"
 #include "platform/desktop/FileInfo.h"
 #include "platform/desktop/FileManagerClient.h"
 #include "platform/desktop/Launcher.h"
@@ -23,6 +25,7 @@ namespace {
 
 /// An installation is many changes, and at the first of them an entry is not complete yet.
 constexpr std::chrono::milliseconds changeDelay{250};
+constexpr int maximumIcons = 1024; // remembered ones; there are some hundred applications
 
 QString fileUri(const QString &path)
 {
@@ -38,19 +41,13 @@ std::optional<QString> pathOf(GDesktopAppInfo *application)
     return path ? std::optional(QFile::decodeName(path)) : std::nullopt;
 }
 
-GObjectPointer<GDesktopAppInfo> schemeHandler(const QString &scheme)
-{
-    GAppInfo *info = scheme.isEmpty() ? nullptr : g_app_info_get_default_for_uri_scheme(scheme.toUtf8().constData());
-    return GObjectPointer<GDesktopAppInfo>(reinterpret_cast<GDesktopAppInfo *>(info));
-}
-
 /// Whether opening \a path means starting it. A document may lie in a folder whose name looks like an application.
 bool isLaunchable(const QString &path)
 {
     const QString clean = QDir::cleanPath(path);
+    if (isDesktopFile(clean))
+        return true;
     const bool isFolder = QFileInfo(clean).isDir();
-    if (clean.endsWith(QLatin1String(".desktop")))
-        return !isFolder;
     return clean.endsWith(QLatin1String(isFolder ? ".app" : ".AppImage"))
         && !ApplicationBundle::read(clean).executable.isEmpty();
 }
@@ -61,7 +58,8 @@ GioWorkspace::GioWorkspace(std::unique_ptr<StartupNotifier> notifier, QObject *p
     : Workspace(parent),
       m_notifier(std::move(notifier)),
       m_icons(std::make_unique<ThemeIcons>()),
-      m_fileManager(std::make_unique<FileManagerClient>())
+      m_fileManager(std::make_unique<FileManagerClient>()),
+      m_applicationIcons(maximumIcons)
 {
     Q_ASSERT(m_notifier);
     m_changeTimer.setSingleShot(true);
@@ -107,7 +105,7 @@ Result<void, Workspace::Error> GioWorkspace::openFile(const QString &path)
 
 Result<void, Workspace::Error> GioWorkspace::openWithDefault(const QString &path)
 {
-    const auto application = defaultApplication(contentType(path));
+    const auto application = defaultApplicationForType(contentType(path));
     if (!application)
         return Failure(Error::NoApplication);
     return launch(application.get(), {fileUri(path)}, *m_notifier);
@@ -140,11 +138,22 @@ QString GioWorkspace::displayName(const QString &path) const
 
 Image GioWorkspace::icon(const QString &path) const
 {
+    if (const Image *known = m_applicationIcons.object(path))
+        return *known;
+    const Image found = findIcon(path);
+    // Only changes in the applications folders are heard of, and only once somebody follows them.
+    if (m_monitor && !desktopFileId(path).isEmpty())
+        m_applicationIcons.insert(path, new Image(found));
+    return found;
+}
+
+Image GioWorkspace::findIcon(const QString &path) const
+{
     if (isLaunchable(path)) {
         const QString own = applicationLook(path).icon;
         if (!own.isEmpty())
             return m_icons->icon({own, QStringLiteral("application-x-executable")});
-        if (path.endsWith(QLatin1String(".desktop")))
+        if (isDesktopFile(path))
             return m_icons->icon({QStringLiteral("application-x-executable")});
     }
     return m_icons->icon(fileIconNames(path));
@@ -152,21 +161,16 @@ Image GioWorkspace::icon(const QString &path) const
 
 std::optional<QString> GioWorkspace::defaultApplicationForFile(const QString &path) const
 {
-    return pathOf(defaultApplication(contentType(path)).get());
+    return pathOf(defaultApplicationForType(contentType(path)).get());
 }
 
 QStringList GioWorkspace::applicationsForFile(const QString &path) const
 {
     QStringList paths;
-    const QString type = contentType(path);
-    if (type.isEmpty())
-        return paths;
-    GList *all = g_app_info_get_all_for_type(type.toUtf8().constData());
-    for (GList *node = all; node; node = node->next) {
-        if (const auto application = pathOf(static_cast<GDesktopAppInfo *>(node->data)))
-            paths << *application;
+    for (const auto &application : applicationsForType(contentType(path))) {
+        if (const auto own = pathOf(application.get()))
+            paths << *own;
     }
-    g_list_free_full(all, g_object_unref);
     return paths;
 }
 
@@ -206,6 +210,7 @@ void GioWorkspace::startMonitoring()
 void GioWorkspace::reportChange()
 {
     m_icons->clear();
+    m_applicationIcons.clear();
     if (m_coreApplications)
         m_coreApplications->clear();
     startMonitoring();

@@ -2,6 +2,7 @@
 
 #include "platform/Workspace.h"
 
+#include <QCache>
 #include <QTimer>
 
 #include <memory>
@@ -43,12 +44,14 @@ protected:
 private:
     void startMonitoring();
     void reportChange();
+    [[nodiscard]] Image findIcon(const QString &path) const;
     [[nodiscard]] Result<void, Error> openWithDefault(const QString &path);
 
     std::unique_ptr<StartupNotifier> m_notifier;
     std::unique_ptr<ThemeIcons> m_icons;
     std::unique_ptr<CoreApplications> m_coreApplications;
     std::unique_ptr<FileManagerClient> m_fileManager;
+    mutable QCache<QString, Image> m_applicationIcons; ///< by path; desktop files need not be parsed for each again
     QTimer m_changeTimer;
     _GAppInfoMonitor *m_monitor = nullptr;
 };

@@ -22,7 +22,7 @@ protected:
 
     DesktopCatalog m_catalog;
     const DesktopCatalog m_withEditor{
-        {{QStringLiteral("editor"), QStringLiteral("/a/editor.desktop"), QStringLiteral("Editor"), {}, {}, false}}};
+        {{QStringLiteral("editor"), QStringLiteral("/a/editor.desktop"), QStringLiteral("Editor"), {}, {}, false, {}}}};
     const Image m_icon = Image::fromPixels(QImage(1, 1, QImage::Format_ARGB32_Premultiplied));
     ApplicationTable m_table{1, [this](const QString &) { return m_icon; }};
 };
@@ -42,6 +42,25 @@ TEST_F(ApplicationTableTest, keepsARunWhenItsDesktopFileIsFoundLater)
     m_table.regroup(DesktopCatalog());
     EXPECT_EQ(m_table.applications()[1].serial, serial) << "and when it is removed";
     EXPECT_TRUE(m_table.applications()[1].icon.isNull());
+}
+
+TEST_F(ApplicationTableTest, asksForTheIconAgainWhenTheDesktopFileSaysAnother)
+{
+    int asked = 0;
+    ApplicationTable table(1, [&](const QString &) {
+        ++asked;
+        return Image::fromPixels(QImage(1, 1, QImage::Format_ARGB32_Premultiplied));
+    });
+    table.setWindow(window(10, "Editor"), m_withEditor);
+    const Image before = table.applications()[0].icon;
+    table.regroup(m_withEditor);
+    table.setWindow(window(11, "Editor"), m_withEditor);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(table.applications()[0].icon, before);
+    std::vector<DesktopEntry> changed = m_withEditor.entries();
+    changed[0].icon = QStringLiteral("another");
+    table.regroup(DesktopCatalog(changed));
+    EXPECT_FALSE(table.applications()[0].icon == before);
 }
 
 TEST_F(ApplicationTableTest, joinsRunsThatTurnOutToBeOne)

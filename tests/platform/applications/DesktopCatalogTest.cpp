@@ -15,7 +15,8 @@ DesktopEntry entry(const char *id, const char *startupWmClass, const char *progr
             name,
             QString::fromUtf8(startupWmClass),
             QString::fromUtf8(program),
-            isHidden};
+            isHidden,
+            {}};
 }
 
 DesktopCatalog catalog()

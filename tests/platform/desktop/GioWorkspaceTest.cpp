@@ -1,8 +1,10 @@
 #include "PrivateSession.h"
 
+#include "platform/desktop/ApplicationIndex.h"
 #include "platform/desktop/GioWorkspace.h"
 #include "platform/desktop/StartupNotifier.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
@@ -292,6 +294,67 @@ TEST_F(GioWorkspaceTest, AFileOfTheUsersOwnStandsInFrontOfTheSystems)
     EXPECT_TRUE(users.waitForStart());
     EXPECT_FALSE(systems.wasStarted());
     QFile::remove(path);
+}
+
+/// Opening one to read would wait for ever.
+void plantPipe(const char *name)
+{
+    ASSERT_EQ(mkfifo(QFile::encodeName(PrivateSession::path(QLatin1String(name))).constData(), 0600), 0);
+}
+
+TEST_F(GioWorkspaceTest, APipeInFrontOfAFileIsNotOpened)
+{
+    const Probe probe(QStringLiteral("hidden-by-pipe"));
+    const QString path
+        = PrivateSession::write(QStringLiteral("share/applications/sub/piped.desktop"), probe.desktopFile());
+    plantPipe("data/applications/sub-piped.desktop");
+    EXPECT_EQ(workspace.displayName(path), QStringLiteral("Probe"));
+    EXPECT_TRUE(workspace.launchApplication(path));
+    EXPECT_TRUE(probe.waitForStart());
+    QFile::remove(path);
+}
+
+TEST_F(GioWorkspaceTest, TheIndexHoldsTheFilesInForceOnly)
+{
+    const Probe probe(QStringLiteral("indexed"));
+    const QByteArray content = probe.desktopFile("%p", "Icon=probe\nStartupWMClass=Probe");
+    PrivateSession::install(QStringLiteral("both.desktop"), content);
+    PrivateSession::install(QStringLiteral("deleted.desktop"), probe.desktopFile("%p", "Hidden=true"));
+    plantPipe("data/applications/pipe.desktop");
+    const QStringList systems{PrivateSession::write(QStringLiteral("share/applications/sub/nested.desktop"), content),
+                              PrivateSession::write(QStringLiteral("share/applications/both.desktop"), content),
+                              PrivateSession::write(QStringLiteral("share/applications/deleted.desktop"), content),
+                              PrivateSession::write(QStringLiteral("share/applications/pipe.desktop"), content)};
+    const DesktopCatalog catalog = readInstalledApplications();
+    for (const QString &path : systems)
+        QFile::remove(path);
+    ASSERT_EQ(catalog.entries().size(), 2U);
+    const DesktopEntry &both = catalog.entries()[0];
+    EXPECT_EQ(both.id, QStringLiteral("both"));
+    EXPECT_EQ(both.path, PrivateSession::path(QStringLiteral("data/applications/both.desktop")));
+    EXPECT_EQ(both.icon, QStringLiteral("probe"));
+    EXPECT_EQ(both.startupWmClass, QStringLiteral("Probe"));
+    EXPECT_EQ(both.program, QStringLiteral("indexed"));
+    EXPECT_EQ(catalog.entries()[1].id, QStringLiteral("sub-nested"));
+}
+
+TEST_F(GioWorkspaceTest, AnIconIsRememberedUntilApplicationsChange)
+{
+    int changes = 0;
+    QObject::connect(&workspace, &Workspace::applicationsChanged, &workspace, [&changes] { ++changes; });
+    QCoreApplication::processEvents(); // the watching begins
+    const auto install = [](const QByteArray &picture) {
+        PrivateSession::install(QStringLiteral("pictured.desktop"),
+                                "[Desktop Entry]\nType=Application\nName=X\nExec=true\nIcon=" + picture + '\n');
+    };
+    install("/no/such/first.png");
+    ASSERT_TRUE(waitUntil([&] { return changes == 1; }));
+    const QString path = PrivateSession::path(QStringLiteral("data/applications/pictured.desktop"));
+    const Image first = workspace.icon(path);
+    install("/no/such/second.png");
+    EXPECT_EQ(workspace.icon(path), first) << "read again";
+    ASSERT_TRUE(waitUntil([&] { return changes == 2; }));
+    EXPECT_FALSE(workspace.icon(path) == first);
 }
 
 TEST_F(GioWorkspaceTest, ApplicationsAreReportedOncePerBurstAndRolesFollow)

@@ -67,9 +67,13 @@ public:
 
     static DesktopCatalog catalog()
     {
-        return DesktopCatalog(
-            {{QStringLiteral("org.test.Editor"), QStringLiteral("/a/org.test.Editor.desktop"),
-              QStringLiteral("Text Editor"), QStringLiteral("Editor"), QStringLiteral("editor"), false}});
+        return DesktopCatalog({{QStringLiteral("org.test.Editor"),
+                                QStringLiteral("/a/org.test.Editor.desktop"),
+                                QStringLiteral("Text Editor"),
+                                QStringLiteral("Editor"),
+                                QStringLiteral("editor"),
+                                false,
+                                {}}});
     }
 
     XServer server;

@@ -213,12 +213,11 @@ Image Image::named(const QString &name)
     initializeResources();
     // One source per name, so that every item that shows a picture shares its rendered forms.
     static QHash<QString, Image> known;
-    auto found = known.find(name);
-    if (found == known.end()) {
-        const QString path = QStringLiteral(":/images/%1.svg").arg(name);
-        found = known.insert(name, QFile::exists(path) ? fromFile(path) : Image());
-    }
-    return *found;
+    const auto found = known.constFind(name);
+    if (found != known.cend())
+        return *found;
+    const QString path = QStringLiteral(":/images/%1.svg").arg(name);
+    return QFile::exists(path) ? *known.insert(name, fromFile(path)) : Image();
 }
 
 QImage Image::render(QSize devicePixels) const

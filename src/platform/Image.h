@@ -39,7 +39,8 @@ public:
     [[nodiscard]] static Image fromPixels(const QImage &pixels);
     [[nodiscard]] static Image fromSource(std::shared_ptr<const ImageSource> source);
 
-    /// The bundled picture called \a name ("Finder", "Default", "small", ...); null when there is none.
+    /// The bundled picture called \a name ("Finder", "Default", "small", ...); null when there is none. Main thread
+    /// only.
     [[nodiscard]] static Image named(const QString &name);
 
     [[nodiscard]] bool isNull() const { return !m_source; }

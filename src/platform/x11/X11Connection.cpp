@@ -37,14 +37,13 @@ const xcb_screen_t *screenAt(xcb_connection_t *connection, int number)
 
 X11Connection::X11Connection(const QByteArray &display, QObject *parent) : QObject(parent)
 {
-    int screenNumber = 0;
-    m_xcb = xcb_connect(display.isEmpty() ? nullptr : display.constData(), &screenNumber);
+    m_xcb = xcb_connect(display.isEmpty() ? nullptr : display.constData(), &m_screenNumber);
     m_alive = xcb_connection_has_error(m_xcb) == 0;
     if (!m_alive) {
         qCWarning(lcPlatform, "Cannot reach the X server");
         return;
     }
-    setUp(screenNumber);
+    setUp();
     m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_xcb), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &X11Connection::deliver);
     deliverLater();
@@ -56,14 +55,14 @@ X11Connection::~X11Connection()
     xcb_disconnect(m_xcb);
 }
 
-void X11Connection::setUp(int screenNumber)
+void X11Connection::setUp()
 {
-    const xcb_screen_t *screen = screenAt(m_xcb, screenNumber);
+    const xcb_screen_t *screen = screenAt(m_xcb, m_screenNumber);
     m_root = screen->root;
     xcb_prefetch_extension_data(m_xcb, &xcb_input_id);
     xcb_prefetch_extension_data(m_xcb, &xcb_xfixes_id);
 
-    const QByteArray compositor = "_NET_WM_CM_S" + QByteArray::number(screenNumber);
+    const QByteArray compositor = "_NET_WM_CM_S" + QByteArray::number(m_screenNumber);
     std::array<xcb_intern_atom_cookie_t, X11AtomCount> cookies;
     for (std::size_t i = 0; i < X11AtomCount; ++i) {
         const char *name = i < x11AtomNames.size() ? x11AtomNames[i] : compositor.constData();
@@ -127,8 +126,17 @@ xcb_timestamp_t X11Connection::serverTime()
 
 void X11Connection::watchWindow(xcb_window_t window)
 {
-    const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_xcb, window, XCB_CW_EVENT_MASK, &mask);
+    select(window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+}
+
+void X11Connection::watchPresence(xcb_window_t window)
+{
+    select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+}
+
+void X11Connection::select(xcb_window_t window, uint32_t events)
+{
+    xcb_change_window_attributes(m_xcb, window, XCB_CW_EVENT_MASK, &events);
 }
 
 void X11Connection::deliverLater()

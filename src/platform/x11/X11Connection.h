@@ -36,6 +36,8 @@ public:
     /// For requests; never null. What has to reach the server soon needs a flush() after it.
     [[nodiscard]] xcb_connection_t *xcb() const { return m_xcb; }
     [[nodiscard]] xcb_window_t root() const { return m_root; }
+    /// The number of the root's screen on the display.
+    [[nodiscard]] int screenNumber() const { return m_screenNumber; }
     [[nodiscard]] xcb_atom_t atom(X11Atom name) const { return m_atoms[static_cast<std::size_t>(name)]; }
     /// Whether the server offers XInput 2.
     [[nodiscard]] bool hasInputExtension() const { return m_inputOpcode != 0; }
@@ -62,6 +64,8 @@ public:
 
     /// Hears of the properties, the unmapping and the end of \a window from now on.
     void watchWindow(xcb_window_t window);
+    /// Hears of the unmapping and the end of \a window only.
+    void watchPresence(xcb_window_t window);
 
 Q_SIGNALS:
     /// A property of the root or of a watched window was set or removed.
@@ -77,7 +81,8 @@ Q_SIGNALS:
     void lost();
 
 private:
-    void setUp(int screenNumber);
+    void setUp();
+    void select(xcb_window_t window, uint32_t events);
     void requestNotices();
     void deliver();
     void deliverLater();
@@ -88,6 +93,7 @@ private:
     xcb_connection_t *m_xcb = nullptr;
     bool m_alive = false;
     bool m_deliveryPosted = false;
+    int m_screenNumber = 0;
     xcb_window_t m_root = XCB_NONE;
     xcb_window_t m_window = XCB_NONE; ///< never mapped; carries the property behind serverTime()
     std::array<xcb_atom_t, X11AtomCount> m_atoms{};

@@ -24,6 +24,12 @@ bool isUnchanged(const RunningApplication &a, const RunningApplication &b)
         && a.processIdentifier == b.processIdentifier && a.activationPolicy == b.activationPolicy && a.icon == b.icon;
 }
 
+/// Of these nothing is shown, and their properties change with every frame of a fade.
+bool isOwn(const ApplicationWindow &window)
+{
+    return window.process.processIdentifier == QCoreApplication::applicationPid();
+}
+
 } // namespace
 
 X11RunningApplications::X11RunningApplications(X11Connection &connection, X11WindowManager &windowManager,
@@ -36,10 +42,7 @@ X11RunningApplications::X11RunningApplications(X11Connection &connection, X11Win
       m_table(QCoreApplication::applicationPid(), std::move(iconForBundle))
 {
     connect(&connection, &X11Connection::propertyChanged, this, &X11RunningApplications::noteProperty);
-    connect(&connection, &X11Connection::windowUnmapped, this, [this](xcb_window_t window) {
-        if (m_table.windows().contains(window))
-            m_doubtful.insert(window);
-    });
+    connect(&connection, &X11Connection::windowUnmapped, this, &X11RunningApplications::noteUnmapping);
     connect(&connection, &X11Connection::windowDestroyed, this, &X11RunningApplications::noteDestruction);
     connect(&connection, &X11Connection::eventsDelivered, this, &X11RunningApplications::handleChanges);
     connect(&connection, &X11Connection::lost, this, &X11RunningApplications::clear);
@@ -108,8 +111,20 @@ void X11RunningApplications::noteProperty(xcb_window_t window, xcb_atom_t proper
         m_changed.push_back(window);
 }
 
+void X11RunningApplications::noteUnmapping(xcb_window_t window)
+{
+    const auto known = m_table.windows().find(window);
+    if (known == m_table.windows().end())
+        return;
+    if (isOwn(known->second))
+        noteDestruction(window); // nothing further will be heard of it; when it comes back it is listed as a new one
+    else
+        m_doubtful.insert(window);
+}
+
 void X11RunningApplications::noteDestruction(xcb_window_t window)
 {
+    m_isReportDue |= m_table.windows().contains(window);
     m_table.removeWindow(window);
     std::erase(m_changed, window);
     std::erase(m_recent, window);
@@ -124,11 +139,13 @@ void X11RunningApplications::handleChanges()
         readNewAndChanged();
     if (!m_doubtful.empty())
         dropWithdrawn();
-    report();
+    if (m_isReportDue)
+        report();
 }
 
 void X11RunningApplications::readRoot()
 {
+    m_isReportDue = true;
     const auto ask = [this](X11Atom property) {
         return requestProperty(m_connection, m_connection.root(), m_connection.atom(property), MaxListBytes);
     };
@@ -163,11 +180,14 @@ void X11RunningApplications::readRoot()
 
 void X11RunningApplications::readNewAndChanged()
 {
+    m_isReportDue = true;
     const std::vector<xcb_window_t> windows = std::exchange(m_changed, {});
     for (ApplicationWindow &window : readWindows(m_connection, windows)) {
         const auto known = m_table.windows().find(window.window);
         if (known != m_table.windows().end())
             window.icon = known->second.icon;
+        if (isOwn(window))
+            m_connection.watchPresence(window.window);
         m_table.setWindow(window, m_index.catalog());
     }
     readIcons(windows);
@@ -213,6 +233,7 @@ void X11RunningApplications::clear()
 
 void X11RunningApplications::report()
 {
+    m_isReportDue = false;
     m_table.holdProcesses(m_processWatch.watchOnly(m_table.processes()));
     const auto applications = runningApplications();
     const auto frontmost = frontmostApplication();

@@ -31,6 +31,7 @@ public:
 
 private:
     void noteProperty(xcb_window_t window, xcb_atom_t property);
+    void noteUnmapping(xcb_window_t window);
     void noteDestruction(xcb_window_t window);
     void handleChanges();
     void readRoot();
@@ -48,6 +49,7 @@ private:
     ProcessWatch m_processWatch;
 
     bool m_rootChanged = true;
+    bool m_isReportDue = false;          ///< something happened that may have changed a record or the frontmost
     std::vector<xcb_window_t> m_changed; ///< windows to be read anew, in the order in which they appeared
     std::set<xcb_window_t> m_doubtful;   ///< known windows that may have been closed
     std::vector<xcb_window_t> m_recent;  ///< windows by when they were last active, the latest last

@@ -226,6 +226,28 @@ TEST_F(X11Applications, ownWindowsAreNeverFrontmost)
     EXPECT_TRUE(eventually([&] { return !m_desk.applications.frontmostApplication(); }));
 }
 
+TEST_F(X11Applications, hearOfOwnWindowsOnlyThatTheyComeAndGo)
+{
+    const xcb_window_t foreign = m_client.show({.windowClass = "Foreign"});
+    const xcb_window_t own = m_client.show({.windowClass = "Own", .process = QCoreApplication::applicationPid()});
+    ASSERT_TRUE(eventually([&] { return m_desk.named("Own") && m_desk.named("Foreign"); }));
+    std::set<xcb_window_t> retitled;
+    QObject context;
+    QObject::connect(&m_desk.connection, &X11Connection::propertyChanged, &context,
+                     [&](xcb_window_t window, xcb_atom_t property) {
+                         if (property == XCB_ATOM_WM_NAME)
+                             retitled.insert(window);
+                     });
+    m_client.setText(own, XCB_ATOM_WM_NAME, "A frame of a fade");
+    m_client.setText(foreign, XCB_ATOM_WM_NAME, "A title");
+    ASSERT_TRUE(eventually([&] { return retitled.contains(foreign); }));
+    EXPECT_FALSE(retitled.contains(own));
+
+    const RunningApplication record = *m_desk.named("Own");
+    m_client.withdraw(own);
+    EXPECT_TRUE(eventually([&] { return !m_desk.applications.activate(record); })) << "there is no window";
+}
+
 TEST_F(X11Applications, haveANameWhateverTheirWindowsSay)
 {
     Sleeper sleeper;

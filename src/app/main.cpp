@@ -45,7 +45,7 @@ struct X11Desktop {
     X11Stage stage{connection, windowManager, compositor};
     X11BlurBehind blur{connection, compositor};
     X11MouseUpEventTap mouseUpTap{connection};
-    GioWorkspace workspace{std::make_unique<X11StartupNotifier>()};
+    GioWorkspace workspace{std::make_unique<X11StartupNotifier>(connection)};
     ApplicationIndex index;
     X11RunningApplications runningApplications{connection, windowManager, index,
                                                [this](const QString &bundle) { return workspace.icon(bundle); }};

@@ -2,15 +2,17 @@
 
 #include "platform/desktop/StartupNotifier.h"
 
-struct xcb_connection_t;
+struct SnDisplay;
 
 namespace Orbita {
 
-/// Startup notification on an X display, over a connection of its own that is opened when first needed.
+class X11Connection;
+
+/// Startup notification on an X display.
 class X11StartupNotifier final : public StartupNotifier {
 public:
-    /// \a display is a name like ":1"; when empty, the one of the DISPLAY variable.
-    explicit X11StartupNotifier(QByteArray display = {});
+    /// \a connection must outlive this and every sequence that was begun.
+    explicit X11StartupNotifier(X11Connection &connection);
     ~X11StartupNotifier() override;
     Q_DISABLE_COPY_MOVE(X11StartupNotifier)
 
@@ -18,12 +20,8 @@ public:
     [[nodiscard]] QByteArray token() override;
 
 private:
-    class Connection;
-
-    Connection *connection();
-
-    QByteArray m_display;
-    std::shared_ptr<Connection> m_connection;
+    X11Connection &m_connection;
+    SnDisplay *m_display = nullptr; ///< made when first needed
     quint64 m_tokenCount = 0;
 };
 

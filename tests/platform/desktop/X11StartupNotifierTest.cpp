@@ -1,5 +1,7 @@
 #include "platform/x11/X11StartupNotifier.h"
 
+#include "platform/x11/X11Connection.h"
+
 #include <QProcess>
 #include <QRegularExpression>
 
@@ -68,7 +70,8 @@ quint32 timeIn(const QByteArray &id)
 
 TEST_F(X11StartupNotifierTest, AStartIsAnnouncedWithTheServersTimeAndTakenBack)
 {
-    X11StartupNotifier notifier(display);
+    X11Connection connection(display);
+    X11StartupNotifier notifier(connection);
     const auto sequence = notifier.begin(
         {QStringLiteral("My \"Probe\""), QStringLiteral("/opt/my probe"), {}, QStringLiteral("Probe"), {}});
     ASSERT_TRUE(sequence);
@@ -85,7 +88,8 @@ TEST_F(X11StartupNotifierTest, AStartIsAnnouncedWithTheServersTimeAndTakenBack)
 
 TEST_F(X11StartupNotifierTest, TokensDifferAndCarryTimesThatDoNotRunBackwards)
 {
-    X11StartupNotifier notifier(display);
+    X11Connection connection(display);
+    X11StartupNotifier notifier(connection);
     const QByteArray first = notifier.token();
     const QByteArray second = notifier.token();
     EXPECT_NE(first, second);
@@ -95,7 +99,8 @@ TEST_F(X11StartupNotifierTest, TokensDifferAndCarryTimesThatDoNotRunBackwards)
 
 TEST(X11StartupNotifierWithoutServer, NothingIsAnnounced)
 {
-    X11StartupNotifier notifier(":no-such-display");
+    X11Connection connection(":no-such-display");
+    X11StartupNotifier notifier(connection);
     EXPECT_FALSE(notifier.begin({QStringLiteral("Probe"), QStringLiteral("probe"), {}, {}, {}}));
     EXPECT_TRUE(notifier.token().isEmpty());
 }

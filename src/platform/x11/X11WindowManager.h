@@ -19,7 +19,7 @@ public:
     [[nodiscard]] bool isPresent() const { return m_checkWindow != XCB_NONE; }
 
     /// Brings \a window to the front with the keyboard, whoever has it now, minimised or not.
-    /// Without a window manager it is raised and focused directly.
+    /// Without a window manager it is raised and focused directly. Costs one round trip, for the server's time.
     void activate(xcb_connection_t *sender, xcb_window_t window);
     /// Shows the workspace that \a window of another program is on. Costs one round trip.
     void switchToWorkspaceOf(xcb_window_t window);

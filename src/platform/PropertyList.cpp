@@ -1,5 +1,6 @@
 #include "platform/PropertyList.h"
 
+#include "platform/BoundedRead.h"
 #include "platform/AtomicFile.h"
 #include "platform/propertylist/BinaryPropertyList.h"
 #include "platform/propertylist/XmlPropertyList.h"
@@ -93,7 +94,7 @@ Result<QVariant, ReadError> read(const QString &path)
     QFile file;
     if (!file.open(*descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
         return Failure(ReadError::Unreadable);
-    const QByteArray bytes = file.read(maximumSize + 1); // it may have grown since its size was asked
+    const QByteArray bytes = readAtMost(file, maximumSize + 1); // it may have grown since its size was asked
     if (file.error() != QFileDevice::NoError)
         return Failure(ReadError::Unreadable);
     return decode(bytes);

@@ -2,6 +2,8 @@
 
 #include "platform/SvgContent.h"
 
+#include "platform/BoundedRead.h"
+
 #include <QFile>
 #include <QHash>
 #include <QXmlStreamReader>
@@ -136,7 +138,7 @@ QByteArray readSvg(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    QByteArray content = file.read(maximumSize + 1);
+    QByteArray content = readAtMost(file, maximumSize + 1);
     if (isCompressed(content))
         content = unpacked(content);
     return isSafeSvg(content) ? content : QByteArray();

@@ -1,5 +1,7 @@
 #include "platform/desktop/ProcessFacts.h"
 
+#include "platform/BoundedRead.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QList>
@@ -19,7 +21,7 @@ constexpr qint64 MaxEnvironment = 256 * 1024;
 QByteArray content(const QString &path, qint64 limit)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? file.read(limit) : QByteArray();
+    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? readAtMost(file, limit) : QByteArray();
 }
 
 quint64 startTimeFrom(const QByteArray &stat)

@@ -3,6 +3,7 @@
 #include "platform/PropertyList.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace Orbita {
 
@@ -14,7 +15,7 @@ const QString ringRole = QStringLiteral("popup menu");
 
 OrbitaSession::OrbitaSession(SessionOptions options, const QVariantMap &defaults)
     : m_desktop([&options] {
-          options.accessibility = true;
+          options.accessibility = options.sessionBus;
           return options;
       }())
 {
@@ -24,9 +25,16 @@ OrbitaSession::OrbitaSession(SessionOptions options, const QVariantMap &defaults
     EXPECT_TRUE(PropertyList::write(defaultsFile(), initial, PropertyList::Format::Xml));
 }
 
-int OrbitaSession::orbita(const QStringList &arguments)
+int OrbitaSession::orbita(const QStringList &arguments, const QProcessEnvironment &extraEnvironment)
 {
-    return m_desktop.start(QStringLiteral("orbita"), arguments).waitForExit();
+    return run(arguments, extraEnvironment).status;
+}
+
+CommandResult OrbitaSession::run(const QStringList &arguments, const QProcessEnvironment &extraEnvironment)
+{
+    Program &command = m_desktop.start(QStringLiteral("orbita"), arguments, extraEnvironment);
+    const int status = command.waitForExit();
+    return {status, command.lines()};
 }
 
 std::optional<WindowInfo> OrbitaSession::ring()
@@ -67,6 +75,33 @@ WindowInfo OrbitaSession::waitForRing()
 void OrbitaSession::waitUntilHidden()
 {
     waitUntil([this] { return !ring(); }, QStringLiteral("the ring is hidden"));
+}
+
+void OrbitaSession::activate(const WindowInfo &window)
+{
+    windows().activate(window.id);
+    waitUntilActive(window);
+}
+
+void OrbitaSession::waitUntilActive(const WindowInfo &window)
+{
+    waitUntil([&] { return windows().activeWindow() == window.id; },
+              QStringLiteral("the window \"%1\" is active").arg(window.title));
+}
+
+void OrbitaSession::dismiss()
+{
+    const WindowInfo window = waitForRing();
+    waitUntil([&] { return windows().inputFocus() == window.id; }, QStringLiteral("the ring has the keyboard"));
+    input().tap(QStringLiteral("Escape"));
+    waitUntilHidden();
+}
+
+WindowInfo OrbitaSession::waitForSettings()
+{
+    return windows().waitFor(
+        [](const WindowInfo &window) { return window.title.startsWith(QStringLiteral("Orbita Settings")); },
+        QStringLiteral("the settings"));
 }
 
 void OrbitaSession::waitUntilStill()
@@ -186,6 +221,18 @@ QStringList OrbitaSession::storedNames() const
     return names;
 }
 
+QList<QByteArray> OrbitaSession::setAside(const QString &file)
+{
+    QList<QByteArray> contents;
+    const QFileInfo info(file);
+    for (const QFileInfo &found : info.dir().entryInfoList({info.fileName() + QStringLiteral(".damaged-*")})) {
+        QFile damaged(found.filePath());
+        if (damaged.open(QIODevice::ReadOnly))
+            contents.append(damaged.readAll());
+    }
+    return contents;
+}
+
 qint64 OrbitaSession::pid()
 {
     return m_desktop.bus().pidOf(QStringLiteral("org.orbita.Orbita"));
@@ -203,6 +250,15 @@ WindowInfo OrbitaSession::startTerminal()
 {
     m_desktop.start(QStringLiteral("xterm"), {QStringLiteral("-geometry"), QStringLiteral("40x10+20+20")});
     return windows().waitForWindow(QStringLiteral("XTerm"));
+}
+
+void OrbitaSession::installBrowser()
+{
+    install(QStringLiteral("test-browser"), QStringLiteral("Test Browser"),
+            QStringLiteral("plain-window --title browser"), QStringLiteral("browser"),
+            QStringLiteral("MimeType=x-scheme-handler/https;x-scheme-handler/http;"));
+    m_desktop.folders().write(QStringLiteral(".config/mimeapps.list"),
+                              "[Default Applications]\nx-scheme-handler/https=test-browser.desktop\n");
 }
 
 } // namespace Orbita

@@ -18,10 +18,17 @@ struct ShownItem {
     bool isFocused = false;
 };
 
-/// A desktop session in which Orbita runs.
+/// What a run of the command `orbita` came to.
+struct CommandResult {
+    int status = 0;
+    QStringList lines; ///< of both streams
+};
+
+/// A desktop session in which Orbita runs. What assistive technology tells of it needs the session bus.
 class OrbitaSession {
 public:
-    /// \a defaults is what defaults.plist holds at the start, beside "launchedBefore".
+    /// \a defaults is what defaults.plist holds at the start, beside "launchedBefore". Accessibility is on where there
+    /// is a session bus.
     explicit OrbitaSession(SessionOptions options = {}, const QVariantMap &defaults = {});
 
     [[nodiscard]] DesktopSession &desktop() { return m_desktop; }
@@ -29,13 +36,21 @@ public:
     [[nodiscard]] const Windows &windows() { return m_desktop.windows(); }
 
     /// Runs `orbita` with \a arguments and returns its exit status.
-    int orbita(const QStringList &arguments);
+    int orbita(const QStringList &arguments, const QProcessEnvironment &extraEnvironment = {});
+    /// As orbita(), for those who want to know what it says.
+    CommandResult run(const QStringList &arguments, const QProcessEnvironment &extraEnvironment = {});
     /// Shows the ring with the pointer at \a pointer and waits until it stands still. Returns its window.
     WindowInfo show(QPoint pointer = {640, 400});
     /// The ring's window; nothing while it is hidden.
     [[nodiscard]] std::optional<WindowInfo> ring();
     WindowInfo waitForRing();
     void waitUntilHidden();
+    /// Gives the keyboard to \a window and waits until it has it.
+    void activate(const WindowInfo &window);
+    void waitUntilActive(const WindowInfo &window);
+    /// Presses Escape as soon as the ring has the keyboard, and waits until it is hidden.
+    void dismiss();
+    WindowInfo waitForSettings();
     /// Waits until the ring window's pixels have not changed for a few frames.
     void waitUntilStill();
 
@@ -55,6 +70,8 @@ public:
     [[nodiscard]] QString itemFile() const;
     /// The names of the entries in the item file.
     [[nodiscard]] QStringList storedNames() const;
+    /// The contents of the damaged files that were set aside from \a file.
+    [[nodiscard]] static QList<QByteArray> setAside(const QString &file);
     /// The process that owns the name on the session bus.
     [[nodiscard]] qint64 pid();
 
@@ -64,6 +81,8 @@ public:
                     const QString &others = {});
     /// Starts xterm as the application "XTerm".
     WindowInfo startTerminal();
+    /// Installs the browser "Test Browser" as the one for web pages. Its window's title is "browser".
+    void installBrowser();
 
 private:
     DesktopSession m_desktop;

@@ -84,6 +84,22 @@ TEST(DesktopChanges, ringFollowsACompositorThatComesAndGoes)
     screen.waitForPixel(inCorner(ring), Qt::black);
 }
 
+TEST(DesktopChanges, ringOnAScreenThatIsUnpluggedComesBackOrHides)
+{
+    SessionOptions twoMonitors;
+    twoMonitors.monitors = {QRect(0, 0, 640, 800), QRect(640, 0, 640, 800)};
+    OrbitaSession session(twoMonitors);
+    session.show({960, 400});
+    const qint64 pid = session.pid();
+    Program &unplug = session.desktop().start(QStringLiteral("xrandr"),
+                                              {QStringLiteral("--delmonitor"), QStringLiteral("monitor-1")});
+    ASSERT_EQ(unplug.waitForExit(), 0);
+    const QRect remaining = twoMonitors.monitors.first();
+    waitUntil([&] { return !session.ring() || remaining.contains(session.ring()->geometry); },
+              QStringLiteral("the ring is on the remaining screen or hidden"));
+    EXPECT_EQ(session.pid(), pid);
+}
+
 TEST(DesktopChanges, ringMovesToWhereItIsAskedForNext)
 {
     OrbitaSession session;

@@ -5,8 +5,10 @@
 #include "platform/PropertyList.h"
 #include "support/RowName.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 
 namespace Orbita {
 namespace {
@@ -171,6 +173,69 @@ TEST(BadInput, brokenDesktopFilesHideNoOthers)
               QStringLiteral("what runs stays in the ring without its file"));
     session.dismiss();
 }
+
+QByteArray png(QSize size)
+{
+    QImage image(size, QImage::Format_Mono);
+    image.fill(0); // black
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+struct BadIcon {
+    const char *name;
+    const char *file;
+    QByteArray (*content)();
+};
+
+class BadApplicationIcon : public testing::TestWithParam<BadIcon> {};
+
+TEST_P(BadApplicationIcon, leavesAllEntriesWithAPicture)
+{
+    OrbitaSession session;
+    const QString icon = session.desktop().folders().write(QLatin1String(GetParam().file), GetParam().content());
+    session.install(QStringLiteral("bad-icon"), QStringLiteral("Bad Icon"), QStringLiteral("plain-window --class bad"),
+                    QStringLiteral("bad"), QStringLiteral("Icon=") + icon);
+    session.desktop().start(QStringLiteral("plain-window"), {QStringLiteral("--class"), QStringLiteral("bad")});
+    session.windows().waitForWindow(QStringLiteral("bad"));
+    session.show();
+    session.waitForNames(coreEntries + QStringList(QStringLiteral("Bad Icon")));
+    for (const ShownItem &item : session.items()) {
+        const auto isDrawn = [&] {
+            const QImage picture = session.desktop().screen().shot(item.rect);
+            QImage plain = picture;
+            plain.fill(picture.pixel(0, 0));
+            return picture != plain;
+        };
+        waitUntil(isDrawn, QStringLiteral("\"%1\" has a picture").arg(item.name));
+    }
+    session.dismiss();
+}
+
+const BadIcon badIcons[]{
+    {"corrupt PNG", "icon.png",
+     [] {
+         return png({64, 64}).first(60) + QByteArray(500, '\x7f');
+     }},
+    {"PNG of 20000 by 20000 pixels", "icon.png",
+     [] {
+         return png({20'000, 20'000});
+     }},
+    {"PNG of 20000 by 1 pixels", "icon.png",
+     [] {
+         return png({20'000, 1});
+     }},
+    {"SVG that includes itself", "icon.svg",
+     [] {
+         return QByteArray("<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:x=\"http://www.w3.org/1999/xlink\" "
+                           "viewBox=\"0 0 9 9\"><g id=\"a\"><use x:href=\"#a\"/></g></svg>");
+     }},
+};
+
+INSTANTIATE_TEST_SUITE_P(BadInput, BadApplicationIcon, testing::ValuesIn(badIcons), rowName<BadIcon>);
 
 } // namespace
 } // namespace Orbita

@@ -84,6 +84,27 @@ TEST(DesktopChanges, ringFollowsACompositorThatComesAndGoes)
     screen.waitForPixel(inCorner(ring), Qt::black);
 }
 
+TEST(DesktopChanges, ringOutlivesTheWindowManager)
+{
+    OrbitaSession session;
+    const WindowInfo xterm = session.startTerminal();
+    session.show();
+    const qint64 pid = session.pid();
+    session.desktop().stopWindowManager();
+    session.desktop().startWindowManager(WindowManager::Openbox);
+    session.waitForRing();
+    session.input().click(session.item(terminal).rect.center());
+    session.waitUntilHidden();
+    session.waitUntilActive(xterm);
+
+    const WindowInfo ring = session.show();
+    EXPECT_EQ(ring.geometry, ringAtTheMiddle);
+    session.waitUntilActive(ring);
+    session.waitForNames(coreEntries + QStringList(terminal));
+    session.dismiss();
+    EXPECT_EQ(session.pid(), pid);
+}
+
 TEST(DesktopChanges, ringOnAScreenThatIsUnpluggedComesBackOrHides)
 {
     SessionOptions twoMonitors;

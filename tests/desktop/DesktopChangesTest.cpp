@@ -84,6 +84,25 @@ TEST(DesktopChanges, ringFollowsACompositorThatComesAndGoes)
     screen.waitForPixel(inCorner(ring), Qt::black);
 }
 
+TEST(DesktopChanges, clicksBesideTheDiscReachTheWindowBeneath)
+{
+    for (const bool compositor : {false, true}) {
+        SCOPED_TRACE(compositor ? "with a compositor" : "without a compositor");
+        SessionOptions options;
+        options.compositor = compositor;
+        OrbitaSession session(options);
+        Program &beneath = session.desktop().start(QStringLiteral("plain-window"), {QStringLiteral("--full-screen")});
+        beneath.waitForOutput(QStringLiteral("^ready$"));
+        const WindowInfo ring = session.show();
+        session.input().click(onDisc(ring));
+        session.input().click(inCorner(ring));
+        const QPoint expected = inCorner(ring);
+        EXPECT_EQ(beneath.waitForOutput(QStringLiteral("^click")),
+                  QStringLiteral("click %1 %2").arg(expected.x()).arg(expected.y()))
+            << "and not the click on the disc";
+    }
+}
+
 TEST(DesktopChanges, ringOutlivesTheWindowManager)
 {
     OrbitaSession session;

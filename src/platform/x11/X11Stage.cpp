@@ -1,6 +1,7 @@
 #include "platform/x11/X11Stage.h"
 
 #include "platform/x11/X11Compositor.h"
+#include "platform/x11/X11FrameKeeper.h"
 #include "platform/x11/X11OwnWindow.h"
 #include "platform/x11/X11WindowManager.h"
 
@@ -81,7 +82,7 @@ bool X11Stage::areButtonsUp() const
 void X11Stage::place(QWindow &window, const QRectF &frame)
 {
     const QRect main = mainGeometry();
-    window.setGeometry(flipped(frame, main.height()).toAlignedRect().translated(main.topLeft()));
+    X11FrameKeeper::of(window).place(flipped(frame, main.height()).toAlignedRect().translated(main.topLeft()));
 }
 
 void X11Stage::present(QWindow &window)

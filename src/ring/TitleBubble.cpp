@@ -16,6 +16,9 @@ namespace {
 
 constexpr double fontSize = 13.0;
 constexpr double widestText = 400.0;
+// Where no shadow sets the bubble off. The mask takes the outer half.
+constexpr QColor cutOutline(160, 160, 160);
+constexpr double cutOutlineWidth = 2.0;
 
 QSizeF textSize(const QString &text)
 {
@@ -88,13 +91,13 @@ void TitleBubble::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QPainterPath outline = bubbleOutline(size(), m_placement.edge, m_placement.arrow);
-    const QColor body(246, 246, 246);
-    if (m_stage.isCompositing())
+    const bool isBlended = m_stage.isCompositing();
+    if (isBlended)
         paintShadow(painter, outline);
     else
-        painter.fillRect(rect(), body); // a mask of whole pixels shows what lies under the smooth edge
-    painter.setPen(QPen(QColor(0, 0, 0, 40), 1.0));
-    painter.setBrush(body);
+        painter.fillRect(rect(), cutOutline); // a mask of whole pixels shows what lies under the smooth edge
+    painter.setPen(isBlended ? QPen(QColor(0, 0, 0, 40), 1.0) : QPen(cutOutline, cutOutlineWidth));
+    painter.setBrush(QColor(246, 246, 246));
     painter.drawPath(outline);
     painter.setFont(ringFont(fontSize));
     painter.setPen(Qt::black);

@@ -31,8 +31,9 @@ Backdrop WindowShape::backdrop() const
 
 bool WindowShape::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool mayNeedShape
-        = event->type() == QEvent::Resize || event->type() == QEvent::Show || event->type() == QEvent::WinIdChange;
+    // Some window managers pass on the input region only of a window that they have mapped already.
+    const bool mayNeedShape = event->type() == QEvent::Resize || event->type() == QEvent::Show
+        || event->type() == QEvent::WinIdChange || event->type() == QEvent::WindowActivate;
     if (watched == &m_window && mayNeedShape)
         apply();
     return QObject::eventFilter(watched, event);

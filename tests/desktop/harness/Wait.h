@@ -17,7 +17,7 @@ public:
 
 /// How long a condition may take before the wait for it is given up. Long enough for a loaded machine: it is only
 /// ever used up by a test that fails.
-inline constexpr std::chrono::seconds waitBound{15};
+inline constexpr std::chrono::seconds waitBound{60};
 
 /// Runs the event loop until \a condition holds, and asks it again after every event and every few milliseconds.
 ///

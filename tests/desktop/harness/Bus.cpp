@@ -3,7 +3,9 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
+#include <QEventLoop>
 
 namespace Orbita {
 
@@ -37,8 +39,14 @@ QVariantList Bus::call(const QString &service, const QString &path, const QStrin
     message.setArguments(arguments);
     // Well below the bound of a wait, which asks again: an accessible object that ends while it is asked never answers.
     constexpr int bound = 10'000; // milliseconds
-    // The event loop goes on: the program called may ask something of the test before it answers.
-    const QDBusMessage reply = m_connection.call(message, QDBus::BlockWithGui, bound);
+    // The event loop goes on: the program called may ask something of the test before it answers. QDBus::BlockWithGui
+    // would do the same, but it misses a reply that comes before its loop has begun, and then waits for ever.
+    const QDBusPendingCallWatcher pending(m_connection.asyncCall(message, bound));
+    QEventLoop loop;
+    QObject::connect(&pending, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+    if (!pending.isFinished())
+        loop.exec();
+    const QDBusMessage reply = pending.reply();
     if (reply.type() != QDBusMessage::ReplyMessage)
         throw DesktopFailure(QStringLiteral("%1.%2 failed: %3").arg(interface, method, reply.errorMessage()));
     return reply.arguments();

@@ -114,7 +114,13 @@ TEST(DesktopSessionTest, kwinManagesAndBlends)
         .waitForOutput(QStringLiteral("^ready$"));
     const WindowInfo window = session.windows().waitForWindow(QStringLiteral("plain-window"));
     EXPECT_TRUE(window.managed);
-    session.screen().waitForPixel(window.geometry.center(), Qt::green);
+    // It is placed some time after it is managed.
+    waitUntil(
+        [&] {
+            const auto now = session.windows().info(window.id);
+            return now && session.screen().pixel(now->geometry.center()) == QColor(Qt::green);
+        },
+        QStringLiteral("the window was on the screen"));
 
     session.stopWindowManager();
     session.startWindowManager(WindowManager::Openbox);

@@ -1,34 +1,21 @@
 #include "base/Angle.h"
 
-#include "support/RowName.h"
-
 #include <gtest/gtest.h>
 
 namespace Orbita {
 namespace {
 
-struct Row {
-    const char *name;
-    QPointF offset;
-    double angle;
-};
-
-class ClockwiseAngle : public testing::TestWithParam<Row> {};
-
-TEST_P(ClockwiseAngle, isMeasuredFromTwelveOClock)
+TEST(ClockwiseAngle, isMeasuredFromTwelveOClock)
 {
-    EXPECT_NEAR(clockwiseAngle(GetParam().offset), GetParam().angle, 1e-12) << GetParam().name;
-    EXPECT_LT(clockwiseAngle(GetParam().offset), TwoPi) << GetParam().name;
+    const std::vector<std::tuple<const char *, QPointF, double>> rows{
+        {"straight up is 0", {0, 100}, 0.0},      {"right is a quarter", {100, 0}, Pi / 2},
+        {"straight down is a half", {0, -3}, Pi}, {"left is three quarters", {-1, 0}, 1.5 * Pi},
+        {"the origin counts as up", {0, 0}, 0.0}, {"a hair left of up stays below a full turn", {-1e-300, 100}, TwoPi}};
+    for (const auto &[name, offset, angle] : rows) {
+        EXPECT_NEAR(clockwiseAngle(offset), angle, 1e-12) << name;
+        EXPECT_LT(clockwiseAngle(offset), TwoPi) << name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Directions, ClockwiseAngle,
-                         testing::Values(Row{"straight up is 0", {0, 100}, 0.0},
-                                         Row{"right is a quarter", {100, 0}, Pi / 2},
-                                         Row{"straight down is a half", {0, -3}, Pi},
-                                         Row{"left is three quarters", {-1, 0}, 1.5 * Pi},
-                                         Row{"the origin counts as up", {0, 0}, 0.0},
-                                         Row{"a hair left of up stays below a full turn", {-1e-300, 100}, TwoPi}),
-                         rowName<Row>);
 
 TEST(PointAtAngle, undoesClockwiseAngle)
 {

@@ -1,7 +1,5 @@
 #include "platform/KeyCodes.h"
 
-#include "support/RowName.h"
-
 #include <gtest/gtest.h>
 
 #include <QKeyEvent>
@@ -29,42 +27,32 @@ TEST(KeyCodes, goBothWaysWithoutAmbiguity)
         EXPECT_TRUE(key == KEY_SCROLLLOCK || evdevCodes.contains(quint16(key))) << key;
 }
 
-struct Row {
-    const char *name;
-    int key;
-    quint32 scanCode;
-    std::optional<quint16> code;
-};
-
-void PrintTo(const Row &row, std::ostream *stream)
+TEST(KeyCodes, areThoseOfKeyEvents)
 {
-    *stream << row.name;
+    const std::vector<std::tuple<const char *, int, quint32, std::optional<quint16>>> rows{
+        {"a letter goes by position", Qt::Key_Q, KEY_A + 8, 0},
+        {"Y where Germans have Z", Qt::Key_Z, KEY_Y + 8, 16},
+        {"Escape on the Caps Lock key goes by meaning", Qt::Key_Escape, KEY_CAPSLOCK + 8, 53},
+        {"an arrow on the keypad", Qt::Key_Left, KEY_KP4 + 8, 123},
+        {"a digit on the keypad", Qt::Key_4, KEY_KP4 + 8, 86},
+        {"Return", Qt::Key_Return, KEY_ENTER + 8, 36},
+        {"Enter", Qt::Key_Enter, KEY_KPENTER + 8, 76},
+        {"Shift and Tab", Qt::Key_Backtab, KEY_TAB + 8, 48},
+        {"Backspace", Qt::Key_Backspace, KEY_BACKSPACE + 8, 51},
+        {"Delete", Qt::Key_Delete, KEY_DELETE + 8, 117},
+        {"F1", Qt::Key_F1, 0, 122},
+        {"F10", Qt::Key_F10, 0, 109},
+        {"F12", Qt::Key_F12, 0, 111},
+        {"F13", Qt::Key_F13, 0, 105},
+        {"F20", Qt::Key_F20, 0, 90},
+        {"no position", Qt::Key_A, 0, std::nullopt},
+        {"a position below all", Qt::Key_A, 7, std::nullopt},
+        {"a position beyond all", Qt::Key_A, 0xffffffff, std::nullopt}};
+    for (const auto &[name, key, scanCode, code] : rows) {
+        const QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, scanCode, 0, 0);
+        EXPECT_EQ(KeyCodes::fromKeyEvent(event), code) << name;
+    }
 }
-
-class KeyEvent : public testing::TestWithParam<Row> {};
-
-TEST_P(KeyEvent, hasAVirtualKeyCode)
-{
-    const QKeyEvent event(QEvent::KeyPress, GetParam().key, Qt::NoModifier, GetParam().scanCode, 0, 0);
-    EXPECT_EQ(KeyCodes::fromKeyEvent(event), GetParam().code);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Keys, KeyEvent,
-    testing::Values(Row{"a letter goes by position", Qt::Key_Q, KEY_A + 8, 0},
-                    Row{"Y where Germans have Z", Qt::Key_Z, KEY_Y + 8, 16},
-                    Row{"Escape on the Caps Lock key goes by meaning", Qt::Key_Escape, KEY_CAPSLOCK + 8, 53},
-                    Row{"an arrow on the keypad", Qt::Key_Left, KEY_KP4 + 8, 123},
-                    Row{"a digit on the keypad", Qt::Key_4, KEY_KP4 + 8, 86},
-                    Row{"Return", Qt::Key_Return, KEY_ENTER + 8, 36}, Row{"Enter", Qt::Key_Enter, KEY_KPENTER + 8, 76},
-                    Row{"Shift and Tab", Qt::Key_Backtab, KEY_TAB + 8, 48},
-                    Row{"Backspace", Qt::Key_Backspace, KEY_BACKSPACE + 8, 51},
-                    Row{"Delete", Qt::Key_Delete, KEY_DELETE + 8, 117}, Row{"F1", Qt::Key_F1, 0, 122},
-                    Row{"F10", Qt::Key_F10, 0, 109}, Row{"F12", Qt::Key_F12, 0, 111}, Row{"F13", Qt::Key_F13, 0, 105},
-                    Row{"F20", Qt::Key_F20, 0, 90}, Row{"no position", Qt::Key_A, 0, std::nullopt},
-                    Row{"a position below all", Qt::Key_A, 7, std::nullopt},
-                    Row{"a position beyond all", Qt::Key_A, 0xffffffff, std::nullopt}),
-    rowName<Row>);
 
 } // namespace
 } // namespace Orbita

@@ -4,7 +4,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/PropertyList.h"
 
-#include "support/RowName.h"
+#include "desktop/harness/Wait.h"
 #include "support/TemporaryContainer.h"
 
 #include <gmock/gmock.h>
@@ -12,13 +12,10 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QSize>
-#include <QTimer>
 
-#include <functional>
 #include <memory>
 
 namespace Orbita {
@@ -27,67 +24,57 @@ namespace {
 const QString key = QStringLiteral("key");
 const QString other = QStringLiteral("other");
 
-/// Runs the event loop until \a condition holds; false when it did not within a generous time.
-bool waitUntil(const std::function<bool()> &condition)
-{
-    constexpr auto bound = std::chrono::seconds(30);
-    QTimer limit;
-    limit.setSingleShot(true);
-    limit.start(bound);
-    while (!condition() && limit.isActive())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return condition();
-}
-
 // What every kind of user defaults does.
 
-using Maker = std::function<std::unique_ptr<UserDefaults>(const TemporaryContainer &)>;
-
-struct BackEnd {
-    const char *name;
-    Maker make;
+struct MemoryBackEnd {
+    MemoryUserDefaults defaults;
+};
+struct FileBackEnd {
+    TemporaryContainer container;
+    FileUserDefaults defaults{container.defaultsFile()};
 };
 
-void PrintTo(const BackEnd &row, std::ostream *stream)
-{
-    *stream << row.name;
-}
-
-class UserDefaultsContract : public testing::TestWithParam<BackEnd> {
+template <typename BackEnd>
+class UserDefaultsContract : public testing::Test {
 protected:
-    const TemporaryContainer m_container;
-    const std::unique_ptr<UserDefaults> m_defaults = GetParam().make(m_container);
+    BackEnd m_backEnd;
+    UserDefaults &m_defaults = m_backEnd.defaults;
 };
+using BackEnds = testing::Types<MemoryBackEnd, FileBackEnd>;
+TYPED_TEST_SUITE(UserDefaultsContract, BackEnds);
 
-TEST_P(UserDefaultsContract, storesAndRemovesValues)
+TYPED_TEST(UserDefaultsContract, storesAndRemovesValues)
 {
-    EXPECT_FALSE(m_defaults->contains(key));
-    m_defaults->setValue(key, 5);
-    m_defaults->setValue(other, QStringList{QStringLiteral("a"), QStringLiteral("b")});
-    EXPECT_EQ(m_defaults->value(key).typeId(), QMetaType::LongLong);
-    EXPECT_EQ(m_defaults->integer(key), 5);
-    EXPECT_EQ(m_defaults->value(other), (QVariantList{QStringLiteral("a"), QStringLiteral("b")}));
-    m_defaults->setValue(key, {});
-    EXPECT_FALSE(m_defaults->contains(key));
-    EXPECT_TRUE(m_defaults->contains(other));
-    EXPECT_TRUE(m_defaults->synchronize());
+    UserDefaults &defaults = this->m_defaults;
+    EXPECT_FALSE(defaults.contains(key));
+    defaults.setValue(key, 5);
+    defaults.setValue(other, QStringList{QStringLiteral("a"), QStringLiteral("b")});
+    EXPECT_EQ(defaults.value(key).typeId(), QMetaType::LongLong);
+    EXPECT_EQ(defaults.integer(key), 5);
+    EXPECT_EQ(defaults.value(other), (QVariantList{QStringLiteral("a"), QStringLiteral("b")}));
+    defaults.setValue(key, {});
+    EXPECT_FALSE(defaults.contains(key));
+    EXPECT_TRUE(defaults.contains(other));
+    EXPECT_TRUE(defaults.synchronize());
 }
 
-TEST_P(UserDefaultsContract, ignoresWhatNoPropertyListCanHold)
+TYPED_TEST(UserDefaultsContract, ignoresWhatNoPropertyListCanHold)
 {
+    UserDefaults &defaults = this->m_defaults;
     QVariant deep = 1;
     for (int i = 1; i < PropertyList::maximumDepth; ++i)
         deep = QVariantList{deep};
-    m_defaults->setValue(key, 1);
+    defaults.setValue(key, 1);
     for (const QVariant &value : {QVariant(QSize(1, 2)), QVariant(QVariantList{QVariant()}), deep})
-        m_defaults->setValue(key, value);
-    m_defaults->setValue(other, 2);
-    EXPECT_EQ(m_defaults->integer(key), 1);
-    EXPECT_TRUE(m_defaults->synchronize());
+        defaults.setValue(key, value);
+    defaults.setValue(other, 2);
+    EXPECT_EQ(defaults.integer(key), 1);
+    EXPECT_TRUE(defaults.synchronize());
 }
 
-TEST_P(UserDefaultsContract, readsNumbersAndTruthFromWhatIsThere)
+TYPED_TEST(UserDefaultsContract, readsNumbersAndTruthFromWhatIsThere)
 {
+    UserDefaults &defaults = this->m_defaults;
     struct Reading {
         QVariant value;
         qint64 integer;
@@ -98,23 +85,11 @@ TEST_P(UserDefaultsContract, readsNumbersAndTruthFromWhatIsThere)
           Reading{~quint64(0), 0, false}, Reading{1e300, 0, false}, Reading{QStringLiteral(" 12 "), 12, true},
           Reading{QStringLiteral("YES"), 0, true}, Reading{QStringLiteral("no"), 0, false},
           Reading{QByteArray("1"), 0, false}, Reading{QVariantList{1}, 0, false}, Reading{QVariantMap(), 0, false}}) {
-        m_defaults->setValue(key, row.value);
-        EXPECT_EQ(m_defaults->integer(key), row.integer) << row.value.typeName();
-        EXPECT_EQ(m_defaults->boolean(key), row.boolean) << row.value.typeName();
+        defaults.setValue(key, row.value);
+        EXPECT_EQ(defaults.integer(key), row.integer) << row.value.typeName();
+        EXPECT_EQ(defaults.boolean(key), row.boolean) << row.value.typeName();
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(BackEnds, UserDefaultsContract,
-                         testing::Values(BackEnd{"memory",
-                                                 [](const TemporaryContainer &) -> std::unique_ptr<UserDefaults> {
-                                                     return std::make_unique<MemoryUserDefaults>();
-                                                 }},
-                                         BackEnd{
-                                             "file",
-                                             [](const TemporaryContainer &container) -> std::unique_ptr<UserDefaults> {
-                                                 return std::make_unique<FileUserDefaults>(container.defaultsFile());
-                                             }}),
-                         rowName<BackEnd>);
 
 // What the file adds.
 
@@ -176,7 +151,7 @@ TEST_F(FileUserDefaultsTest, reportsTheKeysThatAnotherProgramChanged)
     defaults->setValue(QStringLiteral("own"), QStringList{QStringLiteral("a")});
 
     writeElsewhere({{key, 2}, {other, 1}, {QStringLiteral("own"), QStringList{QStringLiteral("a")}}});
-    ASSERT_TRUE(waitUntil([&] { return !m_changed.isEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !m_changed.isEmpty(); }));
     EXPECT_EQ(m_changed, QStringList{key});
     EXPECT_EQ(defaults->integer(key), 2);
 
@@ -185,12 +160,12 @@ TEST_F(FileUserDefaultsTest, reportsTheKeysThatAnotherProgramChanged)
     ASSERT_TRUE(inPlace.open(QIODevice::WriteOnly));
     inPlace.write("<plist><dict><key>other</key><integer>1</integer></dict></plist>");
     inPlace.close();
-    ASSERT_TRUE(waitUntil([&] { return !m_changed.isEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !m_changed.isEmpty(); }));
     EXPECT_THAT(m_changed, testing::UnorderedElementsAre(key, QStringLiteral("own")));
 
     m_changed.clear();
     ASSERT_TRUE(QFile::remove(m_path));
-    ASSERT_TRUE(waitUntil([&] { return !m_changed.isEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !m_changed.isEmpty(); }));
     EXPECT_EQ(m_changed, QStringList{other});
 }
 
@@ -202,7 +177,7 @@ TEST_F(FileUserDefaultsTest, followsALinkToAFileElsewhere)
     defaults->setValue(other, 1);
     EXPECT_TRUE(QFileInfo(m_path).isSymLink());
     ASSERT_TRUE(PropertyList::write(target, QVariantMap{{key, 9}, {other, 1}}, PropertyList::Format::Xml));
-    ASSERT_TRUE(waitUntil([&] { return !m_changed.isEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !m_changed.isEmpty(); }));
     EXPECT_EQ(m_changed, QStringList{key});
 }
 
@@ -213,50 +188,36 @@ TEST_F(FileUserDefaultsTest, isSilentAboutItsOwnWrites)
     defaults->setValue(other, QVariantList{0.1, QByteArray("x"), QStringLiteral("a\r\n")});
     defaults->setValue(key, {});
     writeElsewhere({{key, 7}, {other, QVariantList{0.1, QByteArray("x"), QStringLiteral("a\r\n")}}});
-    ASSERT_TRUE(waitUntil([&] { return m_changed.contains(key); })) << "events of our writes came before this one";
+    ASSERT_TRUE(eventually([&] { return m_changed.contains(key); })) << "events of our writes came before this one";
     EXPECT_EQ(m_changed, QStringList{key});
 }
 
-struct DamagedRow {
-    const char *name;
-    QByteArray content;
-};
-
-void PrintTo(const DamagedRow &row, std::ostream *stream)
+TEST_F(FileUserDefaultsTest, setsADamagedFileAsideWithItsContent)
 {
-    *stream << row.name;
+    for (const QByteArray &content :
+         {QByteArray(), QByteArray("key = 1"), QByteArray("<plist><dict><key>key</key><integer>1</in"),
+          QByteArray("<plist><array/></plist>"), "<plist>" + QByteArray("<array>").repeated(100'000),
+          QByteArray(1000, '\0')}) {
+        SCOPED_TRACE(content.left(100).constData());
+        m_container.write(QStringLiteral("config/defaults.plist"), content);
+        const auto defaults = open();
+        EXPECT_FALSE(defaults->contains(key));
+        defaults->setValue(key, 1);
+        EXPECT_TRUE(defaults->synchronize());
+        EXPECT_EQ(stored(), (QVariantMap{{key, 1}}));
+        ASSERT_EQ(damagedFiles().size(), 1);
+        const QString aside = QFileInfo(m_path).dir().filePath(damagedFiles().constFirst());
+        EXPECT_EQ(TemporaryContainer::read(aside), content);
+        QFile::remove(aside);
+    }
 }
-
-class DamagedDefaults : public FileUserDefaultsTest, public testing::WithParamInterface<DamagedRow> {};
-
-TEST_P(DamagedDefaults, areSetAsideWithTheirContent)
-{
-    m_container.write(QStringLiteral("config/defaults.plist"), GetParam().content);
-    const auto defaults = open();
-    EXPECT_FALSE(defaults->contains(key));
-    defaults->setValue(key, 1);
-    EXPECT_TRUE(defaults->synchronize());
-    EXPECT_EQ(stored(), (QVariantMap{{key, 1}}));
-    ASSERT_EQ(damagedFiles().size(), 1);
-    const QString aside = QFileInfo(m_path).dir().filePath(damagedFiles().constFirst());
-    EXPECT_EQ(TemporaryContainer::read(aside), GetParam().content);
-}
-
-INSTANTIATE_TEST_SUITE_P(Files, DamagedDefaults,
-                         testing::Values(DamagedRow{"an empty file", {}}, DamagedRow{"text", "key = 1"},
-                                         DamagedRow{"a cut off file", "<plist><dict><key>key</key><integer>1</in"},
-                                         DamagedRow{"an array for a root", "<plist><array/></plist>"},
-                                         DamagedRow{"100,000 nested arrays",
-                                                    "<plist>" + QByteArray("<array>").repeated(100'000)},
-                                         DamagedRow{"NULs", QByteArray(1000, '\0')}),
-                         rowName<DamagedRow>);
 
 TEST_F(FileUserDefaultsTest, keepsItsValuesWhenTheFileIsDamagedLater)
 {
     writeElsewhere({{key, 1}, {other, 2}});
     const auto defaults = open();
     ASSERT_TRUE(writeFileAtomically(m_path, "damage"));
-    ASSERT_TRUE(waitUntil([&] { return !damagedFiles().isEmpty(); }));
+    ASSERT_TRUE(eventually([&] { return !damagedFiles().isEmpty(); }));
     QCoreApplication::processEvents();
     EXPECT_TRUE(m_changed.isEmpty());
     defaults->setValue(key, 5);

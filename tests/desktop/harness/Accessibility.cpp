@@ -34,16 +34,8 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, Reference &refere
 
 QList<Reference> childrenOf(const Bus &bus, const QString &service, const QString &path)
 {
-    const QVariantList answer = bus.call(service, path, accessible, QStringLiteral("GetChildren"));
     QList<Reference> children;
-    const auto argument = answer.value(0).value<QDBusArgument>();
-    argument.beginArray();
-    while (!argument.atEnd()) {
-        Reference child;
-        argument >> child;
-        children += child;
-    }
-    argument.endArray();
+    bus.call(service, path, accessible, QStringLiteral("GetChildren")).value(0).value<QDBusArgument>() >> children;
     return children;
 }
 
@@ -58,15 +50,9 @@ QRect extentsOf(const Bus &bus, const QString &service, const QString &path)
 {
     constexpr uint ofScreen = 0;
     const QVariantList answer = bus.call(service, path, component, QStringLiteral("GetExtents"), {ofScreen});
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    const auto argument = answer.value(0).value<QDBusArgument>();
-    argument.beginStructure();
-    argument >> x >> y >> width >> height;
-    argument.endStructure();
-    return {x, y, width, height};
+    QRect extents;
+    answer.value(0).value<QDBusArgument>() >> extents;
+    return extents;
 }
 
 QString accessibilityAddress(const Bus &session)
@@ -104,18 +90,15 @@ Accessibility::Accessibility(const Bus &session) : m_bus(accessibilityAddress(se
 
 AccessibleItem Accessibility::read(const QString &service, const QString &path, int depth) const
 {
-    const auto text
-        = [&](const QString &property) { return m_bus.property(service, path, accessible, property).toString(); };
-    AccessibleItem item;
-    item.service = service;
-    item.path = path;
-    item.role = m_bus.call(service, path, accessible, QStringLiteral("GetRoleName")).value(0).toString();
-    item.name = text(QStringLiteral("Name"));
-    item.description = text(QStringLiteral("Description"));
-    item.states = statesOf(m_bus, service, path);
-    // An application itself stands nowhere.
-    if (path != rootPath)
-        item.extents = extentsOf(m_bus, service, path);
+    AccessibleItem item{.service = service,
+                        .path = path,
+                        .role
+                        = m_bus.call(service, path, accessible, QStringLiteral("GetRoleName")).value(0).toString(),
+                        .name = m_bus.property(service, path, accessible, QStringLiteral("Name")).toString(),
+                        // An application itself stands nowhere.
+                        .extents = path != rootPath ? extentsOf(m_bus, service, path) : QRect(),
+                        .states = statesOf(m_bus, service, path),
+                        .children = {}};
     for (const Reference &child : childrenOf(m_bus, service, path)) {
         if (depth < deepest)
             item.children += read(child.service, child.path.path(), depth + 1);
@@ -155,22 +138,16 @@ AccessibleItem Accessibility::refreshed(const AccessibleItem &item) const
     return read(item.service, item.path, 0);
 }
 
-QStringList Accessibility::actions(const AccessibleItem &item) const
-{
-    const int count = m_bus.property(item.service, item.path, action, QStringLiteral("NActions")).toInt();
-    QStringList names;
-    for (int index = 0; index < count; ++index)
-        names += m_bus.call(item.service, item.path, action, QStringLiteral("GetName"), {index}).value(0).toString();
-    return names;
-}
-
 void Accessibility::doAction(const AccessibleItem &item, const QString &wanted) const
 {
-    const QStringList names = actions(item);
-    const auto index = static_cast<int>(names.indexOf(wanted));
-    if (index < 0)
-        throw DesktopFailure(QStringLiteral("\"%1\" offers only: %2").arg(item.name, names.join(QLatin1Char(' '))));
-    m_bus.call(item.service, item.path, action, QStringLiteral("DoAction"), {index});
+    const int count = m_bus.property(item.service, item.path, action, QStringLiteral("NActions")).toInt();
+    for (int index = 0; index < count; ++index) {
+        if (m_bus.call(item.service, item.path, action, QStringLiteral("GetName"), {index}).value(0) == wanted) {
+            m_bus.call(item.service, item.path, action, QStringLiteral("DoAction"), {index});
+            return;
+        }
+    }
+    throw DesktopFailure(QStringLiteral("\"%1\" does not offer %2").arg(item.name, wanted));
 }
 
 } // namespace Orbita

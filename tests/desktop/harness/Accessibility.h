@@ -6,26 +6,12 @@
 #include <QRect>
 #include <QString>
 
-#include <functional>
 #include <optional>
 
 namespace Orbita {
 
 /// States of an accessible object. Source of the numbers: AtspiStateType in atspi-constants.h.
-enum class AccessibleState : quint8 {
-    Active = 1,
-    Checked = 4,
-    Editable = 7,
-    Enabled = 8,
-    Expanded = 10,
-    Focusable = 11,
-    Focused = 12,
-    Modal = 16,
-    Pressed = 20,
-    Selected = 23,
-    Sensitive = 24,
-    Showing = 25
-};
+enum class AccessibleState : quint8 { Enabled = 8, Focused = 12 };
 
 /// An object as assistive technology saw it, with all below it.
 struct AccessibleItem {
@@ -33,7 +19,6 @@ struct AccessibleItem {
     QString path;
     QString role; ///< for instance "push button"
     QString name;
-    QString description;
     QRect extents; ///< in pixels of the whole screen; null if it has none
     quint64 states = 0;
     QList<AccessibleItem> children;
@@ -59,9 +44,7 @@ public:
     /// Looks at \a item again, with all below it.
     [[nodiscard]] AccessibleItem refreshed(const AccessibleItem &item) const;
 
-    /// Names of what can be done with \a item, such as "Press".
-    [[nodiscard]] QStringList actions(const AccessibleItem &item) const;
-    /// Throws DesktopFailure when \a item does not offer \a action.
+    /// Does what is called \a action, such as "Press". Throws DesktopFailure when \a item does not offer it.
     void doAction(const AccessibleItem &item, const QString &action) const;
     void press(const AccessibleItem &item) const { doAction(item, QStringLiteral("Press")); }
 

@@ -6,22 +6,13 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QEventLoop>
+#include <QUuid>
 
 namespace Orbita {
 
-namespace {
+static const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
-QString nextConnectionName()
-{
-    static int count = 0;
-    return QStringLiteral("desktop-harness-%1").arg(++count);
-}
-
-const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
-
-} // namespace
-
-Bus::Bus(const QString &address) : m_connection(QDBusConnection::connectToBus(address, nextConnectionName()))
+Bus::Bus(const QString &address) : m_connection(QDBusConnection::connectToBus(address, QUuid::createUuid().toString()))
 {
     if (!m_connection.isConnected())
         throw DesktopFailure(QStringLiteral("no bus at %1: %2").arg(address, m_connection.lastError().message()));
@@ -78,6 +69,15 @@ void Bus::waitForName(const QString &name) const
 qint64 Bus::pidOf(const QString &name) const
 {
     return m_connection.interface()->servicePid(name).value();
+}
+
+std::unique_ptr<Program> startBusDaemon(const QString &address, const QProcessEnvironment &environment)
+{
+    const QStringList arguments{QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                                QStringLiteral("--print-address"), QStringLiteral("--address=") + address};
+    auto daemon = std::make_unique<Program>(QStringLiteral("dbus-daemon"), arguments, environment);
+    daemon->waitForOutput(QStringLiteral("^unix:"));
+    return daemon;
 }
 
 } // namespace Orbita

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "desktop/harness/Processes.h"
+
 #include <QDBusConnection>
 #include <QString>
 #include <QVariant>
+
+#include <memory>
 
 namespace Orbita {
 
@@ -35,5 +39,8 @@ public:
 private:
     QDBusConnection m_connection;
 };
+
+/// Starts a session bus at \a address and returns when it answers.
+[[nodiscard]] std::unique_ptr<Program> startBusDaemon(const QString &address, const QProcessEnvironment &environment);
 
 } // namespace Orbita

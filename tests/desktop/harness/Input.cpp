@@ -12,14 +12,9 @@ namespace Orbita {
 
 namespace {
 
-/// How the present layout makes a key symbol.
-struct Key {
-    quint8 code;
-    bool needsShift;
-};
-
+/// What makes \a symbol in the present layout: a key, Shift before it if need be.
 /// The keyboard is read anew for each use: a test may change the layout at any time.
-Key findKey(const XConnection &connection, xkb_keysym_t symbol, const QString &name)
+QList<quint8> codesFor(const XConnection &connection, xkb_keysym_t symbol, const QString &name)
 {
     const xcb_setup_t *setup = xcb_get_setup(connection);
     const int count = setup->max_keycode - setup->min_keycode + 1;
@@ -31,8 +26,11 @@ Key findKey(const XConnection &connection, xkb_keysym_t symbol, const QString &n
     const int perKey = reply->keysyms_per_keycode;
     for (const int level : {0, 1}) {
         for (int key = 0; key < count && level < perKey; ++key) {
-            if (symbols[key * perKey + level] == symbol)
-                return {static_cast<quint8>(setup->min_keycode + key), level == 1};
+            if (symbols[key * perKey + level] != symbol)
+                continue;
+            const auto shift
+                = level == 1 ? codesFor(connection, XKB_KEY_Shift_L, QStringLiteral("Shift")) : QList<quint8>();
+            return shift + QList<quint8>{static_cast<quint8>(setup->min_keycode + key)};
         }
     }
     throw DesktopFailure(QStringLiteral("the keyboard has no key \"%1\"").arg(name));
@@ -47,22 +45,12 @@ xkb_keysym_t symbolOf(const QString &name)
     return xkb_keysym_from_name(modifiers.value(name, name).toUtf8().constData(), XKB_KEYSYM_NO_FLAGS);
 }
 
-xkb_keysym_t symbolOf(char32_t character)
-{
-    return character == U'\n' ? XKB_KEY_Return : xkb_utf32_to_keysym(character);
-}
-
 } // namespace
-
-void Input::send(quint8 type, quint8 detail, QPoint position) const
-{
-    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, m_connection.root(),
-                        static_cast<qint16>(position.x()), static_cast<qint16>(position.y()), 0);
-}
 
 void Input::fake(quint8 type, quint8 detail, QPoint position) const
 {
-    send(type, detail, position);
+    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, m_connection.root(),
+                        static_cast<qint16>(position.x()), static_cast<qint16>(position.y()), 0);
     m_connection.sync();
 }
 
@@ -70,11 +58,10 @@ QList<quint8> Input::keyCodes(const QString &chord) const
 {
     QList<quint8> codes;
     for (const QString &name : chord.split(QLatin1Char('+'))) {
-        const Key key = findKey(m_connection, symbolOf(name), name);
-        const quint8 shift = findKey(m_connection, XKB_KEY_Shift_L, QStringLiteral("Shift")).code;
-        if (key.needsShift && !codes.contains(shift))
-            codes += shift;
-        codes += key.code;
+        for (const quint8 code : codesFor(m_connection, symbolOf(name), name)) {
+            if (!codes.contains(code))
+                codes += code;
+        }
     }
     return codes;
 }
@@ -82,34 +69,28 @@ QList<quint8> Input::keyCodes(const QString &chord) const
 void Input::pressKeys(const QList<quint8> &codes) const
 {
     for (const quint8 code : codes)
-        send(XCB_KEY_PRESS, code);
-    m_connection.sync();
+        fake(XCB_KEY_PRESS, code);
 }
 
 void Input::releaseKeys(const QList<quint8> &codes) const
 {
     for (auto code = codes.rbegin(); code != codes.rend(); ++code)
-        send(XCB_KEY_RELEASE, *code);
-    m_connection.sync();
+        fake(XCB_KEY_RELEASE, *code);
 }
 
 void Input::tap(const QString &chord) const
 {
-    pressKeys(chord);
-    releaseKeys(chord);
+    pressKeys(keyCodes(chord));
+    releaseKeys(keyCodes(chord));
 }
 
 void Input::type(const QString &text) const
 {
-    const quint8 shift = findKey(m_connection, XKB_KEY_Shift_L, QStringLiteral("Shift")).code;
     for (const char32_t character : text.toStdU32String()) {
-        const Key key = findKey(m_connection, symbolOf(character), QString::fromUcs4(&character, 1));
-        if (key.needsShift)
-            fake(XCB_KEY_PRESS, shift);
-        fake(XCB_KEY_PRESS, key.code);
-        fake(XCB_KEY_RELEASE, key.code);
-        if (key.needsShift)
-            fake(XCB_KEY_RELEASE, shift);
+        const auto symbol = character == U'\n' ? XKB_KEY_Return : xkb_utf32_to_keysym(character);
+        const QList<quint8> codes = codesFor(m_connection, symbol, QString::fromUcs4(&character, 1));
+        pressKeys(codes);
+        releaseKeys(codes);
     }
 }
 
@@ -154,14 +135,6 @@ void Input::glide(QPoint to, int steps) const
     const QPoint from = pointer();
     for (int step = 1; step <= steps; ++step)
         moveTo(from + (to - from) * step / steps);
-}
-
-void Input::drag(QPoint from, QPoint to, int steps) const
-{
-    moveTo(from);
-    press();
-    glide(to, steps);
-    release();
 }
 
 } // namespace Orbita

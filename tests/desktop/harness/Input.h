@@ -7,7 +7,7 @@
 
 namespace Orbita {
 
-enum class Button { Left = 1, Middle = 2, Right = 3, WheelUp = 4, WheelDown = 5, Back = 8, Forward = 9 };
+enum class Button { Left = 1, Middle = 2, Right = 3, WheelUp = 4, Back = 8 };
 
 /// Keyboard and pointer of the session, as devices: what is sent passes through grabs, focus and raw events just as
 /// that of a real keyboard and mouse. Coordinates are pixels of the whole screen, y downwards.
@@ -22,8 +22,6 @@ public:
     /// Presses \a codes in their order, or releases them in the opposite one.
     void pressKeys(const QList<quint8> &codes) const;
     void releaseKeys(const QList<quint8> &codes) const;
-    void pressKeys(const QString &chord) const { pressKeys(keyCodes(chord)); }
-    void releaseKeys(const QString &chord) const { releaseKeys(keyCodes(chord)); }
     /// Presses and releases \a chord.
     void tap(const QString &chord) const;
     /// Types \a text; the keyboard layout must have every character, with or without Shift.
@@ -37,16 +35,11 @@ public:
     /// Moves to \a position, presses and releases.
     void click(QPoint position, Button button = Button::Left) const;
 
-    /// Moves to \a to in \a steps equal steps.
+    /// Moves to \a to in \a steps equal steps. For drag and drop between programs, wait for each program's answer
+    /// before and after it: a source that sees press and release at once drags nothing.
     void glide(QPoint to, int steps) const;
-    /// Presses the left button at \a from, glides to \a to and releases there.
-    ///
-    /// For drag and drop between programs, do the steps singly and wait for each program's answer between them: a
-    /// source that sees press and release at once drags nothing.
-    void drag(QPoint from, QPoint to, int steps = 10) const;
 
 private:
-    void send(quint8 type, quint8 detail, QPoint position = {}) const;
     void fake(quint8 type, quint8 detail, QPoint position = {}) const;
 
     const XConnection &m_connection;

@@ -1,10 +1,8 @@
 #include "desktop/harness/Processes.h"
-#include "desktop/harness/Wait.h"
 
 #include <QDir>
 #include <QFile>
 
-#include <csignal>
 #include <unistd.h>
 
 namespace Orbita {
@@ -61,22 +59,6 @@ QList<qint64> processesWithEnvironment(const QByteArray &variable, const QByteAr
             found += pid;
     }
     return found;
-}
-
-void killProcessesWithEnvironment(const QByteArray &variable, const QByteArray &value)
-{
-    // A process loses its environment some time before it has ended.
-    QList<qint64> dying;
-    const auto noneLeft = [&] {
-        for (const qint64 pid : processesWithEnvironment(variable, value)) {
-            ::kill(static_cast<pid_t>(pid), SIGKILL);
-            if (!dying.contains(pid))
-                dying += pid;
-        }
-        dying.removeIf(hasEnded);
-        return dying.isEmpty();
-    };
-    waitUntil(noneLeft, QStringLiteral("all processes of the desktop session ended"));
 }
 
 } // namespace Orbita

@@ -2,7 +2,6 @@
 
 #include <QProcess>
 #include <QProcessEnvironment>
-#include <QRegularExpression>
 #include <QStringList>
 
 #include <chrono>
@@ -24,8 +23,6 @@ public:
 
     /// Complete lines of both streams, in the order in which they arrived.
     [[nodiscard]] const QStringList &lines() const { return m_lines; }
-    [[nodiscard]] const QByteArray &standardOutput() const { return m_output.all; }
-    [[nodiscard]] const QByteArray &standardError() const { return m_errors.all; }
 
     /// Waits for a line of either stream that \a pattern matches somewhere and returns it.
     /// Lines up to it are not looked at again: waiting twice waits for two lines.
@@ -39,17 +36,12 @@ public:
     void kill();
 
 private:
-    struct Stream {
-        QByteArray all;
-        qsizetype nextLine = 0;
-    };
-
-    void take(Stream &stream, const QByteArray &bytes);
+    void take(QByteArray &rest, const QByteArray &bytes);
 
     QProcess m_process;
     qint64 m_pid = 0;
-    Stream m_output;
-    Stream m_errors;
+    QByteArray m_output; ///< the beginning of a line
+    QByteArray m_errors;
     QStringList m_lines;
     qsizetype m_nextToMatch = 0;
 };
@@ -67,8 +59,5 @@ private:
 
 /// Living processes whose environment has \a variable set to \a value: a program and all that descend from it.
 [[nodiscard]] QList<qint64> processesWithEnvironment(const QByteArray &variable, const QByteArray &value);
-
-/// Kills all processes that processesWithEnvironment finds, and those they start meanwhile, until there are none.
-void killProcessesWithEnvironment(const QByteArray &variable, const QByteArray &value);
 
 } // namespace Orbita

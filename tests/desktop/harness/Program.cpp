@@ -1,6 +1,7 @@
 #include "desktop/harness/Processes.h"
 #include "desktop/harness/Wait.h"
 
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -45,11 +46,12 @@ Program::~Program()
     m_process.waitForFinished(-1);
 }
 
-void Program::take(Stream &stream, const QByteArray &bytes)
+void Program::take(QByteArray &rest, const QByteArray &bytes)
 {
-    stream.all += bytes;
-    for (qsizetype end; (end = stream.all.indexOf('\n', stream.nextLine)) >= 0; stream.nextLine = end + 1)
-        m_lines += QString::fromUtf8(stream.all.mid(stream.nextLine, end - stream.nextLine));
+    QList<QByteArray> lines = (rest + bytes).split('\n');
+    rest = lines.takeLast();
+    for (const QByteArray &line : lines)
+        m_lines += QString::fromUtf8(line);
 }
 
 QString Program::waitForOutput(const QString &pattern)

@@ -3,20 +3,10 @@
 
 namespace Orbita {
 
-Screen::~Screen()
-{
-    if (m_background != XCB_PIXMAP_NONE)
-        xcb_free_pixmap(m_connection, m_background);
-}
-
-QSize Screen::size() const
-{
-    return {m_connection.screen().width_in_pixels, m_connection.screen().height_in_pixels};
-}
-
 QImage Screen::shot(QRect rect) const
 {
-    rect = rect.isNull() ? QRect(QPoint(), size()) : rect.intersected(QRect(QPoint(), size()));
+    const QRect whole(0, 0, m_connection.screen().width_in_pixels, m_connection.screen().height_in_pixels);
+    rect = rect.isNull() ? whole : rect.intersected(whole);
     // The root's image holds all that is drawn above it, the overlay of a compositor as well.
     const auto cookie = xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection.root(),
                                       static_cast<qint16>(rect.x()), static_cast<qint16>(rect.y()),
@@ -53,44 +43,23 @@ void Screen::waitForPixel(QPoint position, QColor color) const
         QStringLiteral("the screen was ") + color.name());
 }
 
-void Screen::waitForChange(QRect rect, const QImage &before) const
-{
-    waitUntil([&] { return shot(rect) != before; }, QStringLiteral("the screen changed"));
-}
-
-void Screen::setBackground(const QImage &picture)
+void Screen::setBackground(QColor color) const
 {
     const xcb_window_t root = m_connection.root();
-    const QImage pixels = picture.convertToFormat(QImage::Format_RGB32);
     const xcb_pixmap_t pixmap = xcb_generate_id(m_connection);
-    const auto width = static_cast<quint16>(pixels.width());
-    xcb_create_pixmap(m_connection, m_connection.screen().root_depth, pixmap, root, width,
-                      static_cast<quint16>(pixels.height()));
+    xcb_create_pixmap(m_connection, m_connection.screen().root_depth, pixmap, root, 1, 1);
     const xcb_gcontext_t context = xcb_generate_id(m_connection);
-    xcb_create_gc(m_connection, context, pixmap, 0, nullptr);
-    // Row by row, as a whole picture may exceed the longest request.
-    for (int y = 0; y < pixels.height(); ++y)
-        xcb_put_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, context, width, 1, 0, static_cast<qint16>(y), 0,
-                      m_connection.screen().root_depth, static_cast<quint32>(pixels.width() * 4),
-                      pixels.constScanLine(y));
+    const quint32 pixel = color.rgb();
+    xcb_create_gc(m_connection, context, pixmap, XCB_GC_FOREGROUND, &pixel);
+    const xcb_rectangle_t all{0, 0, 1, 1};
+    xcb_poly_fill_rectangle(m_connection, pixmap, context, 1, &all);
     xcb_free_gc(m_connection, context);
     xcb_change_window_attributes(m_connection, root, XCB_CW_BACK_PIXMAP, &pixmap);
     xcb_clear_area(m_connection, 0, root, 0, 0, 0, 0);
     // Compositors paint the background themselves and look for it here.
     for (const char *property : {"_XROOTPMAP_ID", "ESETROOT_PMAP_ID"})
-        xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, root, m_connection.atom(property), XCB_ATOM_PIXMAP, 32,
-                            1, &pixmap);
+        m_connection.setValues(root, property, XCB_ATOM_PIXMAP, {pixmap});
     m_connection.sync();
-    if (m_background != XCB_PIXMAP_NONE)
-        xcb_free_pixmap(m_connection, m_background);
-    m_background = pixmap;
-}
-
-void Screen::setBackground(QColor color)
-{
-    QImage tile(16, 16, QImage::Format_RGB32);
-    tile.fill(color);
-    setBackground(tile);
 }
 
 } // namespace Orbita

@@ -11,8 +11,10 @@ DesktopSession::DesktopSession(const SessionOptions &options)
 {
     m_environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(m_server.display()));
     setMonitors(options.monitors);
-    if (options.sessionBus)
-        startBus();
+    if (options.sessionBus) {
+        m_busDaemon = startBusDaemon(m_folders.busAddress(), m_environment);
+        m_bus = std::make_unique<Bus>(m_folders.busAddress());
+    }
     startWindowManager(options.windowManager);
     m_screen.setBackground(options.background);
     if (options.compositor)
@@ -31,18 +33,6 @@ Program &DesktopSession::start(const QString &program, const QStringList &argume
     return *m_programs.emplace_back(std::make_unique<Program>(program, arguments, environment));
 }
 
-void DesktopSession::startBus()
-{
-    const QString address = m_environment.value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
-    m_busDaemon = std::make_unique<Program>(
-        QStringLiteral("dbus-daemon"),
-        QStringList{QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                    QStringLiteral("--print-address"), QStringLiteral("--address=") + address},
-        m_environment);
-    m_busDaemon->waitForOutput(QStringLiteral("^unix:"));
-    m_bus = std::make_unique<Bus>(address);
-}
-
 void DesktopSession::setMonitors(const QList<QRect> &monitors)
 {
     // The one output of the virtual server goes to the first; the others have none.
@@ -56,7 +46,7 @@ void DesktopSession::setMonitors(const QList<QRect> &monitors)
                                      .arg(monitor.y());
         Program &xrandr = start(QStringLiteral("xrandr"), {QStringLiteral("--setmonitor"), name, geometry, output});
         if (xrandr.waitForExit() != 0)
-            throw DesktopFailure(QStringLiteral("xrandr: ") + QString::fromUtf8(xrandr.standardError()));
+            throw DesktopFailure(QStringLiteral("xrandr: ") + xrandr.lines().join(QLatin1Char('\n')));
         output = QStringLiteral("none");
     }
 }

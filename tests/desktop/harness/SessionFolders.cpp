@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <csignal>
+
 namespace Orbita {
 
 namespace {
@@ -30,23 +32,23 @@ QProcessEnvironment SessionFolders::environment() const
 {
     const auto outside = QProcessEnvironment::systemEnvironment();
     QProcessEnvironment environment;
+    const auto set = [&](const char *name, const QString &value) { environment.insert(QLatin1String(name), value); };
     for (const char *name : {"LD_LIBRARY_PATH", "QT_PLUGIN_PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS", "USER", "SHELL"}) {
-        const QString variable = QLatin1String(name);
-        if (outside.contains(variable))
-            environment.insert(variable, outside.value(variable));
+        if (outside.contains(QLatin1String(name)))
+            set(name, outside.value(QLatin1String(name)));
     }
     const QString path = outside.value(QStringLiteral("PATH"), QStringLiteral("/usr/local/bin:/usr/bin:/bin"));
-    environment.insert(QStringLiteral("PATH"), QCoreApplication::applicationDirPath() + QLatin1Char(':') + path);
-    environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
-    environment.insert(QStringLiteral("HOME"), home());
-    environment.insert(QLatin1String(mark), runtime());
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), configuration());
-    environment.insert(QStringLiteral("XDG_DATA_HOME"), data());
-    environment.insert(QStringLiteral("XDG_CACHE_HOME"), cache());
-    environment.insert(QStringLiteral("XDG_STATE_HOME"), state());
-    environment.insert(QStringLiteral("XDG_SESSION_TYPE"), QStringLiteral("x11"));
+    set("PATH", QCoreApplication::applicationDirPath() + QLatin1Char(':') + path);
+    set("LANG", QStringLiteral("C.UTF-8"));
+    set("HOME", home());
+    set(mark, runtime());
+    set("XDG_CONFIG_HOME", configuration());
+    set("XDG_DATA_HOME", data());
+    set("XDG_CACHE_HOME", cache());
+    set("XDG_STATE_HOME", state());
+    set("XDG_SESSION_TYPE", QStringLiteral("x11"));
     // Even where there is no bus: otherwise programs start one of their own.
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=%1/bus").arg(runtime()));
+    set("DBUS_SESSION_BUS_ADDRESS", busAddress());
     return environment;
 }
 
@@ -67,11 +69,19 @@ QString SessionFolders::installApplication(const QString &id, const QByteArray &
 
 SessionProcesses::~SessionProcesses()
 {
-    try {
-        killProcessesWithEnvironment(mark, QFile::encodeName(m_folders.runtime()));
-    } catch (const DesktopFailure &failure) {
-        qWarning("%s", failure.what());
-    }
+    // A process loses its environment some time before it has ended.
+    QList<qint64> dying;
+    const auto noneLeft = [&] {
+        for (const qint64 pid : all()) {
+            ::kill(static_cast<pid_t>(pid), SIGKILL);
+            if (!dying.contains(pid))
+                dying += pid;
+        }
+        dying.removeIf(hasEnded);
+        return dying.isEmpty();
+    };
+    if (!eventually(noneLeft))
+        qWarning("processes of the desktop session outlive it");
 }
 
 QList<qint64> SessionProcesses::all() const

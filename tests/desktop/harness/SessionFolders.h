@@ -19,6 +19,7 @@ public:
     [[nodiscard]] QString data() const { return home() + QStringLiteral("/.local/share"); }
     [[nodiscard]] QString cache() const { return home() + QStringLiteral("/.cache"); }
     [[nodiscard]] QString state() const { return home() + QStringLiteral("/.local/state"); }
+    [[nodiscard]] QString busAddress() const { return QStringLiteral("unix:path=%1/bus").arg(runtime()); }
 
     /// The folders as programs find them, with the little that has to come from outside: where programs, libraries
     /// and sanitizer options are.

@@ -6,24 +6,29 @@
 
 namespace Orbita {
 
-void waitUntil(const std::function<bool()> &condition, const std::function<QString()> &description,
-               std::chrono::milliseconds bound)
+bool eventually(const std::function<bool()> &condition)
 {
-    const QDeadlineTimer deadline(bound);
+    const QDeadlineTimer deadline(60'000);
     // What happens in other processes and in the X server wakes no event loop of ours, so a timer does.
     QTimer wake;
-    wake.start(std::chrono::milliseconds(5));
+    wake.start(5);
     while (!condition()) {
         if (deadline.hasExpired())
-            throw DesktopFailure(QStringLiteral("waited in vain until ") + description());
+            return false;
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
+    return true;
 }
 
-void waitUntil(const std::function<bool()> &condition, const QString &description, std::chrono::milliseconds bound)
+void waitUntil(const std::function<bool()> &condition, const std::function<QString()> &description)
 {
-    waitUntil(
-        condition, [&description] { return description; }, bound);
+    if (!eventually(condition))
+        throw DesktopFailure(QStringLiteral("waited in vain until ") + description());
+}
+
+void waitUntil(const std::function<bool()> &condition, const QString &description)
+{
+    waitUntil(condition, [&description] { return description; });
 }
 
 } // namespace Orbita

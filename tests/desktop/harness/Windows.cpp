@@ -18,14 +18,6 @@ QString readTitle(const XConnection &connection, xcb_window_t window)
     return QString::fromUtf8(title.isEmpty() ? connection.bytes(window, "WM_NAME") : title);
 }
 
-QList<QByteArray> atomNames(const XConnection &connection, const QList<quint32> &atoms)
-{
-    QList<QByteArray> names;
-    for (const quint32 atom : atoms)
-        names += connection.atomName(atom);
-    return names;
-}
-
 } // namespace
 
 WindowFilter withClass(const QString &name)
@@ -39,11 +31,6 @@ WindowFilter withClass(const QString &name)
 WindowFilter withTitle(const QString &title)
 {
     return [title](const WindowInfo &window) { return window.title == title; };
-}
-
-WindowFilter ofProcess(qint64 pid)
-{
-    return [pid](const WindowInfo &window) { return window.pid == pid; };
 }
 
 QList<xcb_window_t> Windows::children(xcb_window_t window) const
@@ -229,12 +216,10 @@ xcb_window_t Windows::inputFocus() const
 
 QList<QByteArray> Windows::states(xcb_window_t window) const
 {
-    return atomNames(m_connection, m_connection.values(window, "_NET_WM_STATE"));
-}
-
-QList<QByteArray> Windows::types(xcb_window_t window) const
-{
-    return atomNames(m_connection, m_connection.values(window, "_NET_WM_WINDOW_TYPE"));
+    QList<QByteArray> names;
+    for (const quint32 atom : m_connection.values(window, "_NET_WM_STATE"))
+        names += m_connection.atomName(atom);
+    return names;
 }
 
 std::optional<quint32> Windows::desktop(xcb_window_t window) const

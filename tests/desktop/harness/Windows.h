@@ -28,7 +28,6 @@ using WindowFilter = std::function<bool(const WindowInfo &)>;
 /// Either part of WM_CLASS is \a name, whatever its case.
 [[nodiscard]] WindowFilter withClass(const QString &name);
 [[nodiscard]] WindowFilter withTitle(const QString &title);
-[[nodiscard]] WindowFilter ofProcess(qint64 pid);
 
 /// The windows of the session, looked at and handled as a pager would. Works with and without a window manager.
 class Windows {
@@ -68,8 +67,6 @@ public:
     [[nodiscard]] xcb_window_t inputFocus() const;
     /// Names such as _NET_WM_STATE_ABOVE.
     [[nodiscard]] QList<QByteArray> states(xcb_window_t window) const;
-    /// Names such as _NET_WM_WINDOW_TYPE_DIALOG.
-    [[nodiscard]] QList<QByteArray> types(xcb_window_t window) const;
     /// The virtual desktop, 0xFFFFFFFF for all of them.
     [[nodiscard]] std::optional<quint32> desktop(xcb_window_t window) const;
 

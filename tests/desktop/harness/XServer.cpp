@@ -19,16 +19,11 @@ XReply<xcb_get_property_reply_t> readProperty(xcb_connection_t *connection, xcb_
 
 QStringList serverArguments(QSize screen)
 {
-    const QString geometry = QStringLiteral("%1x%2x24").arg(screen.width()).arg(screen.height());
     // Without -noreset the server forgets everything as soon as its last client leaves.
-    return {QStringLiteral("-displayfd"),
-            QStringLiteral("1"),
-            QStringLiteral("-screen"),
-            QStringLiteral("0"),
-            geometry,
-            QStringLiteral("-noreset"),
-            QStringLiteral("-nolisten"),
-            QStringLiteral("tcp")};
+    return QStringLiteral("-displayfd 1 -screen 0 %1x%2x24 -noreset -nolisten tcp")
+        .arg(screen.width())
+        .arg(screen.height())
+        .split(u' ');
 }
 
 } // namespace
@@ -84,6 +79,21 @@ QByteArray XConnection::bytes(xcb_window_t window, const QByteArray &property) c
     if (!reply || reply->format != 8)
         return {};
     return {static_cast<const char *>(xcb_get_property_value(reply.get())), static_cast<qsizetype>(reply->value_len)};
+}
+
+void XConnection::setValues(xcb_window_t window, const QByteArray &property, xcb_atom_t type,
+                            const QList<quint32> &values) const
+{
+    xcb_change_property(*this, XCB_PROP_MODE_REPLACE, window, atom(property), type, 32,
+                        static_cast<quint32>(values.size()), values.constData());
+    xcb_flush(*this);
+}
+
+void XConnection::setText(xcb_window_t window, const QByteArray &property, const QByteArray &text) const
+{
+    xcb_change_property(*this, XCB_PROP_MODE_REPLACE, window, atom(property), XCB_ATOM_STRING, 8,
+                        static_cast<quint32>(text.size()), text.constData());
+    xcb_flush(*this);
 }
 
 void XConnection::send(xcb_window_t destination, quint32 mask, xcb_client_message_event_t event) const

@@ -43,6 +43,10 @@ public:
     [[nodiscard]] QList<quint32> values(xcb_window_t window, const QByteArray &property) const;
     /// The property's bytes, of whichever type; none if it is missing.
     [[nodiscard]] QByteArray bytes(xcb_window_t window, const QByteArray &property) const;
+    /// Sets the property to 32-bit values of \a type, or to a Latin-1 text. The server may not have done so yet.
+    void setValues(xcb_window_t window, const QByteArray &property, xcb_atom_t type,
+                   const QList<quint32> &values) const;
+    void setText(xcb_window_t window, const QByteArray &property, const QByteArray &text) const;
     /// Sends a request of a pager or task bar about \a window to the window manager.
     void askWindowManager(xcb_window_t window, const QByteArray &message, const std::array<quint32, 5> &data) const;
     /// Sends a message of a protocol listed in WM_PROTOCOLS straight to \a window.

@@ -1,7 +1,5 @@
 #include "platform/desktop/DesktopCatalog.h"
 
-#include "support/RowName.h"
-
 #include <gtest/gtest.h>
 
 namespace Orbita {
@@ -36,20 +34,6 @@ DesktopCatalog catalog()
     });
 }
 
-struct Row {
-    const char *name;
-    WindowIdentity window;
-    const char *id; ///< empty for none
-};
-class DesktopCatalogEntry : public testing::TestWithParam<Row> {};
-
-TEST_P(DesktopCatalogEntry, isFoundForAWindow)
-{
-    const DesktopCatalog all = catalog();
-    const DesktopEntry *found = all.entryFor(GetParam().window);
-    EXPECT_EQ(found != nullptr ? found->id : QString(), QString::fromUtf8(GetParam().id));
-}
-
 WindowIdentity window(const char *windowClass, const char *instance = "", const char *executable = "")
 {
     return {{}, QString::fromUtf8(windowClass), QString::fromUtf8(instance), {}, QString::fromUtf8(executable)};
@@ -60,26 +44,31 @@ WindowIdentity named(const char *gtkId, const char *launchedFrom, const char *wi
     return {QString::fromUtf8(gtkId), QString::fromUtf8(windowClass), {}, QString::fromUtf8(launchedFrom), {}};
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Windows, DesktopCatalogEntry,
-    testing::Values(Row{"the id that the program names wins over its class", named("org.xfce.mousepad", "", "XTerm"),
-                        "org.xfce.mousepad"},
-                    Row{"StartupWMClass is the class", window("XTerm"), "debian-xterm"},
-                    Row{"StartupWMClass is the instance", window("firefox", "Navigator"), "class.of.instance"},
-                    Row{"the class wins over the instance", window("XTerm", "navigator"), "debian-xterm"},
-                    Row{"the id is the class in any case", window("Gimp"), "gimp"},
-                    Row{"the id is the instance", window("Whatever", "gimp"), "gimp"},
-                    Row{"the class is the last part of a domain name", window("Kate"), "org.kde.kate"},
-                    Row{"the program that it runs", window("odd", "odd", "/usr/bin/mailer"), "mail"},
-                    Row{"an interpreter says nothing", window("odd", "odd", "/usr/bin/python3.11"), ""},
-                    Row{"the file it was launched from", named("", "/a/mail.desktop"), "mail"},
-                    Row{"the class wins over the file it was launched from", named("", "/a/mail.desktop", "Kate"),
-                        "org.kde.kate"},
-                    Row{"an application shown in menus wins over a hidden one", window("Features"), "features-shown"},
-                    Row{"the first id wins among equals", window("Twin"), "a-twin"},
-                    Row{"a stranger is found nowhere", window("odd", "odd", "/opt/odd"), ""},
-                    Row{"nothing said, nothing found", {}, ""}),
-    rowName<Row>);
+TEST(DesktopCatalog, findsTheEntryForAWindow)
+{
+    const std::vector<std::tuple<const char *, WindowIdentity, const char *>> rows{
+        {"the id that the program names wins over its class", named("org.xfce.mousepad", "", "XTerm"),
+         "org.xfce.mousepad"},
+        {"StartupWMClass is the class", window("XTerm"), "debian-xterm"},
+        {"StartupWMClass is the instance", window("firefox", "Navigator"), "class.of.instance"},
+        {"the class wins over the instance", window("XTerm", "navigator"), "debian-xterm"},
+        {"the id is the class in any case", window("Gimp"), "gimp"},
+        {"the id is the instance", window("Whatever", "gimp"), "gimp"},
+        {"the class is the last part of a domain name", window("Kate"), "org.kde.kate"},
+        {"the program that it runs", window("odd", "odd", "/usr/bin/mailer"), "mail"},
+        {"an interpreter says nothing", window("odd", "odd", "/usr/bin/python3.11"), ""},
+        {"the file it was launched from", named("", "/a/mail.desktop"), "mail"},
+        {"the class wins over the file it was launched from", named("", "/a/mail.desktop", "Kate"), "org.kde.kate"},
+        {"an application shown in menus wins over a hidden one", window("Features"), "features-shown"},
+        {"the first id wins among equals", window("Twin"), "a-twin"},
+        {"a stranger is found nowhere", window("odd", "odd", "/opt/odd"), ""},
+        {"nothing said, nothing found", {}, ""}};
+    const DesktopCatalog all = catalog();
+    for (const auto &[name, identity, id] : rows) {
+        const DesktopEntry *found = all.entryFor(identity);
+        EXPECT_EQ(found != nullptr ? found->id : QString(), QString::fromUtf8(id)) << name;
+    }
+}
 
 } // namespace
 } // namespace Orbita

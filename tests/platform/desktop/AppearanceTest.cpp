@@ -5,43 +5,31 @@
 
 #include <gtest/gtest.h>
 
-#include "support/RowName.h"
-
 namespace Orbita {
 
 namespace {
-
-struct Row {
-    const char *name;
-    AppearanceHints hints;
-    bool motionReduced;
-    bool darkPanel;
-};
 
 QStringList desktops(const char *names)
 {
     return QString::fromLatin1(names).split(u':');
 }
 
-class AppearanceRules : public testing::TestWithParam<Row> {};
-
-TEST_P(AppearanceRules, FollowTheDesktop)
+TEST(AppearanceRules, FollowTheDesktop)
 {
-    EXPECT_EQ(isMotionReduced(GetParam().hints), GetParam().motionReduced);
-    EXPECT_EQ(hasDarkPanel(GetParam().hints), GetParam().darkPanel);
+    const std::vector<std::tuple<const char *, AppearanceHints, bool, bool>> rows{
+        {"nothing is known", {}, false, false},
+        {"animations off", {{}, false, {}, false, {}}, true, false},
+        {"GNOME is dark on top in light windows", {desktops("ubuntu:GNOME"), true, {}, false, {}}, false, true},
+        {"the classic session is light", {desktops("GNOME-Classic:GNOME"), true, {}, false, {}}, false, false},
+        {"a desktop that follows the preference", {desktops("XFCE"), {}, {}, true, {}}, false, true},
+        {"KDE without animations, dark", {desktops("KDE"), true, 0.0, false, QColor(49, 54, 59)}, true, true},
+        {"KDE with slow animations, light", {desktops("KDE"), {}, 2.0, true, QColor(239, 240, 241)}, false, false},
+        {"KDE's file does not count elsewhere", {desktops("XFCE"), true, 0.0, false, QColor(0, 0, 0)}, false, false}};
+    for (const auto &[name, hints, motionReduced, darkPanel] : rows) {
+        EXPECT_EQ(isMotionReduced(hints), motionReduced) << name;
+        EXPECT_EQ(hasDarkPanel(hints), darkPanel) << name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Desktops, AppearanceRules,
-    testing::Values(
-        Row{"nothing is known", {}, false, false}, Row{"animations off", {{}, false, {}, false, {}}, true, false},
-        Row{"GNOME is dark on top in light windows", {desktops("ubuntu:GNOME"), true, {}, false, {}}, false, true},
-        Row{"the classic session is light", {desktops("GNOME-Classic:GNOME"), true, {}, false, {}}, false, false},
-        Row{"a desktop that follows the preference", {desktops("XFCE"), {}, {}, true, {}}, false, true},
-        Row{"KDE without animations, dark", {desktops("KDE"), true, 0.0, false, QColor(49, 54, 59)}, true, true},
-        Row{"KDE with slow animations, light", {desktops("KDE"), {}, 2.0, true, QColor(239, 240, 241)}, false, false},
-        Row{"KDEs file does not count elsewhere", {desktops("XFCE"), true, 0.0, false, QColor(0, 0, 0)}, false, false}),
-    rowName<Row>);
 
 class FreedesktopAppearanceTest : public testing::Test {
 protected:
@@ -54,7 +42,7 @@ protected:
 
     static void writeGlobals(const QByteArray &content)
     {
-        PrivateSession::write(QStringLiteral("config/kdeglobals"), content);
+        PrivateSession::write(QStringLiteral(".config/kdeglobals"), content);
     }
 };
 
@@ -67,7 +55,7 @@ TEST_F(FreedesktopAppearanceTest, KdesFileIsFollowed)
     QObject::connect(&appearance, &DesktopAppearance::motionReducedChanged, &appearance, [&](bool b) { isStill = b; });
     QObject::connect(&appearance, &DesktopAppearance::darkPanelChanged, &appearance, [&](bool b) { isDark = b; });
     writeGlobals("[KDE]\nAnimationDurationFactor=0\n[Colors:Window]\nBackgroundNormal=49,54,59\n");
-    ASSERT_TRUE(waitUntil([&] { return isStill && isDark; }));
+    ASSERT_TRUE(eventually([&] { return isStill && isDark; }));
     EXPECT_TRUE(appearance.isMotionReduced());
     EXPECT_TRUE(appearance.hasDarkPanel());
 }
@@ -85,9 +73,9 @@ TEST_F(FreedesktopAppearanceTest, TheSharedSettingsAreFollowed)
     EXPECT_FALSE(appearance.isMotionReduced());
     bool isStill = false;
     QObject::connect(&appearance, &DesktopAppearance::motionReducedChanged, &appearance, [&](bool b) { isStill = b; });
-    PrivateSession::write(QStringLiteral("config/glib-2.0/settings/keyfile"),
+    PrivateSession::write(QStringLiteral(".config/glib-2.0/settings/keyfile"),
                           "[org/gnome/desktop/interface]\nenable-animations=false\n");
-    ASSERT_TRUE(waitUntil([&] { return isStill; }));
+    ASSERT_TRUE(eventually([&] { return isStill; }));
     EXPECT_TRUE(appearance.isMotionReduced());
 }
 

@@ -64,12 +64,12 @@ protected:
 TEST_F(LookUp, FindsHandlersAndIds)
 {
     const QString path = PrivateSession::install(
-        s("music.desktop"), probe->desktopFile("%p %U", "MimeType=audio/mpeg;x-scheme-handler/https;"));
+        s("music"), probe->desktopFile("%p %U", "MimeType=audio/mpeg;x-scheme-handler/https;"));
     EXPECT_EQ(CoreApplications::lookUp(s("mime:audio/mpeg")), std::nullopt);
-    PrivateSession::associate(s("audio/mpeg"), s("music.desktop"));
-    PrivateSession::associate(s("x-scheme-handler/https"), s("music.desktop"));
+    PrivateSession::associate(s("audio/mpeg"), s("music"));
+    PrivateSession::associate(s("x-scheme-handler/https"), s("music"));
     // Reading the defaults anew takes GIO a notice from the file system.
-    EXPECT_TRUE(waitUntil([&] { return CoreApplications::lookUp(s("mime:audio/mpeg")) == path; }));
+    EXPECT_TRUE(eventually([&] { return CoreApplications::lookUp(s("mime:audio/mpeg")) == path; }));
     EXPECT_EQ(CoreApplications::lookUp(s("scheme:https")), path);
     EXPECT_EQ(CoreApplications::lookUp(s("music.desktop")), path);
     EXPECT_EQ(CoreApplications::lookUp(s("none.desktop")), std::nullopt);
@@ -77,13 +77,13 @@ TEST_F(LookUp, FindsHandlersAndIds)
 
 TEST_F(LookUp, PassesOverOrbitaAndOtherDesktopsApplications)
 {
-    PrivateSession::install(s("org.orbita.Orbita.desktop"), probe->desktopFile());
-    PrivateSession::install(s("self.desktop"),
+    PrivateSession::install(s("org.orbita.Orbita"), probe->desktopFile());
+    PrivateSession::install(s("self"),
                             "[Desktop Entry]\nType=Application\nName=Me\nExec="
                                 + QFile::encodeName(QCoreApplication::applicationFilePath()) + "\n");
-    PrivateSession::install(s("elsewhere.desktop"), probe->desktopFile("%p", "OnlyShowIn=Elsewhere;"));
-    PrivateSession::install(s("here.desktop"), probe->desktopFile("%p", "OnlyShowIn=Here;"));
-    EXPECT_TRUE(waitUntil([] { return CoreApplications::lookUp(s("here.desktop")).has_value(); }));
+    PrivateSession::install(s("elsewhere"), probe->desktopFile("%p", "OnlyShowIn=Elsewhere;"));
+    PrivateSession::install(s("here"), probe->desktopFile("%p", "OnlyShowIn=Here;"));
+    EXPECT_TRUE(eventually([] { return CoreApplications::lookUp(s("here.desktop")).has_value(); }));
     EXPECT_EQ(CoreApplications::lookUp(s("org.orbita.Orbita.desktop")), std::nullopt);
     EXPECT_EQ(CoreApplications::lookUp(s("self.desktop")), std::nullopt);
     EXPECT_EQ(CoreApplications::lookUp(s("elsewhere.desktop")), std::nullopt);

@@ -11,8 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/RowName.h"
-
 #include <sys/stat.h>
 
 namespace Orbita {
@@ -24,37 +22,27 @@ QString s(const char *text)
     return QLatin1String(text);
 }
 
-struct OrderRow {
-    const char *name;
-    IconThemeHints hints;
-    QStringList start;
-};
-
-class IconThemeOrder : public testing::TestWithParam<OrderRow> {};
-
-TEST_P(IconThemeOrder, BeginsWithTheUsersChoiceAndAlwaysEndsInHicolor)
+TEST(IconThemeOrder, BeginsWithTheUsersChoiceAndAlwaysEndsInHicolor)
 {
-    const QStringList order = iconThemeOrder(GetParam().hints);
-    EXPECT_EQ(order.mid(0, GetParam().start.size()), GetParam().start);
-    EXPECT_EQ(order.last(), s("hicolor"));
-    EXPECT_EQ(QSet<QString>(order.begin(), order.end()).size(), order.size());
+    const std::vector<std::tuple<const char *, IconThemeHints, QStringList>> rows{
+        {"nothing is known", {}, {s("Papirus"), s("breeze")}},
+        {"hicolor is nobody's choice", {false, {}, s("hicolor"), {}, {}, s("hicolor")}, {s("Papirus")}},
+        {"the user's setting before the shipped one",
+         {false, {}, {}, s("Shipped"), s("Gtk"), s("Qt")},
+         {s("Gtk"), s("Qt"), s("Shipped"), s("Papirus")}},
+        {"KDE has its own", {true, s("Kde"), s("Gnome"), {}, {}, s("Qt")}, {s("Kde"), s("Qt"), s("Gnome")}},
+        {"a file of KDE does not count elsewhere", {false, s("Kde"), s("Gnome"), {}, {}, {}}, {s("Gnome")}}};
+    for (const auto &[name, hints, start] : rows) {
+        const QStringList order = iconThemeOrder(hints);
+        EXPECT_EQ(order.mid(0, start.size()), start) << name;
+        EXPECT_EQ(order.last(), s("hicolor")) << name;
+        EXPECT_EQ(QSet<QString>(order.begin(), order.end()).size(), order.size()) << name;
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Hints, IconThemeOrder,
-    testing::Values(
-        OrderRow{"nothing is known", {}, {s("Papirus"), s("breeze")}},
-        OrderRow{"hicolor is nobodys choice", {false, {}, s("hicolor"), {}, {}, s("hicolor")}, {s("Papirus")}},
-        OrderRow{"the users setting before the shipped one",
-                 {false, {}, {}, s("Shipped"), s("Gtk"), s("Qt")},
-                 {s("Gtk"), s("Qt"), s("Shipped"), s("Papirus")}},
-        OrderRow{"KDE has its own", {true, s("Kde"), s("Gnome"), {}, {}, s("Qt")}, {s("Kde"), s("Qt"), s("Gnome")}},
-        OrderRow{"a file of KDE does not count elsewhere", {false, s("Kde"), s("Gnome"), {}, {}, {}}, {s("Gnome")}}),
-    rowName<OrderRow>);
-
-QByteArray png(int side, Qt::GlobalColor color)
+QByteArray png(int side, Qt::GlobalColor color, int height = 0)
 {
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    QImage image(side, height != 0 ? height : side, QImage::Format_ARGB32_Premultiplied);
     image.fill(color);
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -68,18 +56,17 @@ protected:
     ThemeIconsTest()
     {
         PrivateSession::clear();
-        PrivateSession::write(s("data/icons/Plain/index.theme"),
+        PrivateSession::write(s(".local/share/icons/Plain/index.theme"),
                               "[Icon Theme]\nName=Plain\nDirectories=16,64\n"
                               "[16]\nSize=16\nType=Fixed\n[64]\nSize=64\nType=Fixed\n");
-        PrivateSession::write(s("data/icons/Plain/16/probe.png"), png(16, Qt::red));
-        PrivateSession::write(s("data/icons/Plain/64/probe.png"), png(64, Qt::blue));
+        PrivateSession::write(s(".local/share/icons/Plain/16/probe.png"), png(16, Qt::red));
+        PrivateSession::write(s(".local/share/icons/Plain/64/probe.png"), png(64, Qt::blue));
     }
     static QRgb colorOf(const Image &image, int side) { return image.render({side, side}).pixel(1, 1); }
 
     ThemeIcons icons;
     const QRgb red = QColor(Qt::red).rgba();
     const QRgb blue = QColor(Qt::blue).rgba();
-    const Image standIn = Image::named(s("Default"));
 };
 
 TEST_F(ThemeIconsTest, TheFileForTheSizeIsDrawnAndTheSourceShared)
@@ -92,27 +79,22 @@ TEST_F(ThemeIconsTest, TheFileForTheSizeIsDrawnAndTheSourceShared)
 
 TEST_F(ThemeIconsTest, ADamagedFileGivesWayToTheNextOne)
 {
-    PrivateSession::write(s("data/icons/Plain/16/probe.png"), "damaged");
+    PrivateSession::write(s(".local/share/icons/Plain/16/probe.png"), "damaged");
     EXPECT_EQ(colorOf(icons.icon({s("probe")}), 16), blue);
 }
 
 TEST_F(ThemeIconsTest, PixmapFoldersComeAfterTheTheme)
 {
-    PrivateSession::write(s("data/pixmaps/lonely.png"), png(16, Qt::red));
-    PrivateSession::write(s("data/pixmaps/probe.png"), png(16, Qt::green));
+    PrivateSession::write(s(".local/share/pixmaps/lonely.png"), png(16, Qt::red));
+    PrivateSession::write(s(".local/share/pixmaps/probe.png"), png(16, Qt::green));
     EXPECT_EQ(colorOf(icons.icon({s("lonely")}), 16), red);
     EXPECT_EQ(colorOf(icons.icon({s("probe")}), 16), red);
 }
 
 TEST_F(ThemeIconsTest, WhatCannotBeDrawnIsDrawnAsDefault)
 {
-    const QImage expected = standIn.render({16, 16});
+    const QImage expected = Image::named(s("Default")).render({16, 16});
     ASSERT_FALSE(expected.isNull());
-    QImage wide(20'000, 1, QImage::Format_RGB32);
-    wide.fill(Qt::red);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    wide.save(&buffer, "PNG");
     const QString pipe = PrivateSession::path(s("files/pipe.png"));
     mkfifo(QFile::encodeName(pipe).constData(), 0600);
     const QStringList bad{s(""),
@@ -121,7 +103,7 @@ TEST_F(ThemeIconsTest, WhatCannotBeDrawnIsDrawnAsDefault)
                           pipe,
                           QDir::homePath(),
                           s("/no/such.png"),
-                          PrivateSession::write(s("files/wide.png"), bytes),
+                          PrivateSession::write(s("files/wide.png"), png(20'000, Qt::red, 1)),
                           PrivateSession::write(s("files/bad.svg"), "<svg><g>")};
     for (const QString &name : bad)
         EXPECT_EQ(icons.icon({name}).render({16, 16}), expected) << qPrintable(name);
@@ -131,7 +113,7 @@ TEST_F(ThemeIconsTest, AnApplicationShowsItsIconWhetherItRunsOrNot)
 {
     const GioWorkspace workspace(std::make_unique<NoStartupNotifier>());
     const QString broken = PrivateSession::install(
-        s("broken.desktop"), "[Desktop Entry]\nType=Application\nName=X\nExec=/no/such\nIcon=probe\n");
+        s("broken"), "[Desktop Entry]\nType=Application\nName=X\nExec=/no/such\nIcon=probe\n");
     EXPECT_EQ(colorOf(workspace.icon(broken), 64), blue);
     const QString folder = PrivateSession::path(s("files/F.app"));
     PrivateSession::write(s("files/F.app/.DirIcon"), png(16, Qt::red));

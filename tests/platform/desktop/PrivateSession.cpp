@@ -1,51 +1,50 @@
 #include "PrivateSession.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
+#include "support/TemporaryContainer.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTimer>
 
 namespace Orbita {
 
 namespace PrivateSession {
 
+const SessionFolders &folders()
+{
+    static const SessionFolders folders;
+    return folders;
+}
+
 QString path(const QString &name)
 {
-    return QDir::homePath() + u'/' + name;
+    return folders().home() + u'/' + name;
 }
 
 QString write(const QString &name, const QByteArray &content)
 {
-    const QString file = path(name);
-    QDir().mkpath(QFileInfo(file).path());
-    QFile out(file);
-    if (!out.open(QIODevice::WriteOnly) || out.write(content) != content.size())
-        qFatal("cannot write %s", qUtf8Printable(file));
-    return file;
+    return folders().write(name, content);
 }
 
 QString install(const QString &id, const QByteArray &content)
 {
-    return write(QStringLiteral("data/applications/") + id, content);
+    return folders().installApplication(id, content);
 }
 
 void associate(const QString &type, const QString &id)
 {
-    const auto append = [&](const QString &name, const char *group) {
-        QFile file(path(name));
-        const QByteArray before = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray(group);
-        write(name, before + type.toUtf8() + '=' + id.toUtf8() + ";\n");
+    const auto append = [&](const QString &name, const QByteArray &group) {
+        const QByteArray before = TemporaryContainer::read(path(name));
+        write(name, (before.isEmpty() ? group : before) + QStringLiteral("%1=%2.desktop;\n").arg(type, id).toUtf8());
     };
-    append(QStringLiteral("data/applications/mimeinfo.cache"), "[MIME Cache]\n");
-    append(QStringLiteral("config/mimeapps.list"), "[Default Applications]\n");
+    append(QStringLiteral(".local/share/applications/mimeinfo.cache"), "[MIME Cache]\n");
+    append(QStringLiteral(".config/mimeapps.list"), "[Default Applications]\n");
 }
 
 void clear()
 {
     // GIO watches these folders, so they stay.
-    for (const char *name : {"data/applications", "data", "config", "files"}) {
+    for (const char *name : {".local/share/applications", ".local/share", ".config", "files"}) {
         QDir folder(path(QLatin1String(name)));
         folder.mkpath(QStringLiteral("."));
         for (const QFileInfo &entry :
@@ -60,31 +59,17 @@ void clear()
 
 } // namespace PrivateSession
 
-bool waitUntil(const std::function<bool()> &condition)
-{
-    QTimer tick; // the condition may be about another process, which wakes nobody here
-    tick.start(10);
-    const QDeadlineTimer bound(30'000);
-    while (!condition()) {
-        if (bound.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
-
 Probe::Probe(const QString &name)
-    : m_program(PrivateSession::path(QStringLiteral("files/") + name)), m_report(m_program + QStringLiteral(".report"))
+    : m_program(PrivateSession::write(QStringLiteral("files/") + name,
+                                      "#!/bin/sh\n"
+                                      "{ for a in \"$@\"; do printf 'argument=%s\\n' \"$a\"; done\n"
+                                      "read -r pid name state parent group session rest </proc/$$/stat\n"
+                                      "printf 'process=%s\\nsession=%s\\n' $$ \"$session\"\n"
+                                      "for d in /proc/$$/fd/*; do printf 'file=%s\\n' \"${d##*/}\"; done\n"
+                                      "/usr/bin/env; } >\"$0.new\"\n"
+                                      "/bin/mv \"$0.new\" \"$0.report\"\n")),
+      m_report(m_program + QStringLiteral(".report"))
 {
-    PrivateSession::write(QStringLiteral("files/") + name,
-                          "#!/bin/sh\n"
-                          "report=\"$0.report\"\n"
-                          "{ for a in \"$@\"; do printf 'argument=%s\\n' \"$a\"; done\n"
-                          "printf 'process=%s\\n' $$; read -r pid name state parent group session rest </proc/$$/stat\n"
-                          "printf 'session=%s\\n' \"$session\"\n"
-                          "for d in /proc/$$/fd/*; do printf 'file=%s\\n' \"${d##*/}\"; done\n"
-                          "/usr/bin/env | /bin/sed 's/^/environment:/'; } >\"$report.new\"\n"
-                          "/bin/mv \"$report.new\" \"$report\"\n");
     QFile(m_program).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
@@ -99,27 +84,12 @@ bool Probe::wasStarted() const
     return QFile::exists(m_report);
 }
 
-std::optional<Probe::Start> Probe::waitForStart() const
+Probe::Start Probe::waitForStart() const
 {
-    if (!waitUntil([this] { return wasStarted(); }))
-        return std::nullopt;
-    QFile report(m_report);
-    if (!report.open(QIODevice::ReadOnly))
-        return std::nullopt;
+    waitUntil([this] { return wasStarted(); }, m_program + QStringLiteral(" was started"));
     Start start;
-    for (const QString &line : QString::fromUtf8(report.readAll()).split(u'\n')) {
-        const QString value = line.section(u'=', 1);
-        if (line.startsWith(QLatin1String("argument=")))
-            start.arguments << value;
-        else if (line.startsWith(QLatin1String("process=")))
-            start.process = value.toLongLong();
-        else if (line.startsWith(QLatin1String("session=")))
-            start.session = value.toLongLong();
-        else if (line.startsWith(QLatin1String("file=")))
-            start.openFiles << value;
-        else if (line.startsWith(QLatin1String("environment:")))
-            start.environment.insert(line.section(u'=', 0, 0).mid(12), value);
-    }
+    for (const QString &line : QString::fromUtf8(TemporaryContainer::read(m_report)).split(u'\n'))
+        start[line.section(u'=', 0, 0)] << line.section(u'=', 1);
     QFile::remove(m_report);
     return start;
 }

@@ -1,14 +1,31 @@
 #pragma once
 
-#include "platform/x11/X11Connection.h"
-#include "platform/x11/X11Property.h"
+#include "desktop/harness/Input.h"
+#include "desktop/harness/Wait.h"
+#include "desktop/harness/Windows.h"
 
-#include <QRect>
 #include <QTimer>
 
-#include <optional>
-
 namespace Orbita {
+
+/// A virtual X server of a test's own, with openbox on demand.
+class VirtualDisplay {
+public:
+    VirtualDisplay();
+
+    [[nodiscard]] const QByteArray &name() const { return m_server.display(); }
+    [[nodiscard]] Program start(const QString &program, const QStringList &arguments = {}) const;
+    /// Does not wait until it manages windows.
+    void startWindowManager();
+    /// As a crash would end it.
+    void killWindowManager() { m_windowManager.reset(); }
+    void kill() { m_server.program().kill(); }
+
+private:
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+    XServer m_server{{1280, 800}, m_environment};
+    std::unique_ptr<Program> m_windowManager;
+};
 
 /// How a window of another program presents itself. What is empty or 0 is not said.
 struct ForeignWindow {
@@ -16,57 +33,34 @@ struct ForeignWindow {
     QByteArray title{};
     qint64 process = 0;
     QByteArray machine{};
-    std::optional<X11Atom> type{};
-    std::optional<X11Atom> state{};
+    QByteArray type{};
+    QByteArray state{};
     xcb_window_t parent = XCB_NONE; ///< that it is transient for
 };
 
-/// Another program on the display: makes windows, moves the pointer, looks at properties.
+/// Another program on the display.
 class ForeignClient {
 public:
-    explicit ForeignClient(const QByteArray &display) : m_connection(display) {}
+    explicit ForeignClient(const QByteArray &display);
 
-    xcb_window_t show(const ForeignWindow &window);
-    void destroy(xcb_window_t window);
-    void withdraw(xcb_window_t window);
-    void minimise(xcb_window_t window);
-    void sendToWorkspace(xcb_window_t window, quint32 workspace);
+    xcb_window_t show(const ForeignWindow &window) const;
+    void withdraw(xcb_window_t window) const;
+    void destroy(xcb_window_t window) const;
+    void setAtom(xcb_window_t window, const QByteArray &property, const QByteArray &atom) const;
 
-    void setText(xcb_window_t window, xcb_atom_t property, const QByteArray &value);
-    void setCardinals(xcb_window_t window, xcb_atom_t property, const std::vector<quint32> &value);
-    void setAtom(xcb_window_t window, X11Atom property, X11Atom value);
-    void removeProperty(xcb_window_t window, X11Atom property);
-    /// The first cardinal of a property, 0 when it is not there.
-    [[nodiscard]] quint32 value(xcb_window_t window, X11Atom property);
-    [[nodiscard]] std::vector<quint32> values(xcb_window_t window, X11Atom property);
-
-    void movePointer(int x, int y);
-    void pressButton(quint8 button, bool down);
-    /// The pointer for itself alone, as a menu takes it.
-    [[nodiscard]] bool grabPointer();
+    /// Takes the pointer for itself alone, as a menu does.
+    [[nodiscard]] bool grabPointer() const;
     /// Takes the selection that stands for a compositor and returns the window that holds it.
-    xcb_window_t claimCompositing();
-    /// Where \a window is on the screen.
-    [[nodiscard]] QRect frameOf(xcb_window_t window);
+    [[nodiscard]] xcb_window_t claimCompositing() const;
     /// Whether the pointer is in \a window, as far as that takes input, or in what it contains.
-    [[nodiscard]] bool isPointerIn(xcb_window_t window);
-    /// The window that has the keyboard.
-    [[nodiscard]] xcb_window_t focus();
-    [[nodiscard]] X11Connection &connection() { return m_connection; }
+    [[nodiscard]] bool isPointerIn(xcb_window_t window) const;
+
+    const XConnection connection;
+    const Input input{connection};
+    const Windows windows{connection};
 
 private:
-    void tell(xcb_window_t window, xcb_atom_t message, const std::array<quint32, 5> &data);
-
-    X11Connection m_connection;
-};
-
-/// Keeps openbox awake: now and then it leaves a request lying until the next event comes.
-class Nudge {
-public:
-    explicit Nudge(ForeignClient &client);
-
-private:
-    QTimer m_timer;
+    QTimer m_nudge; ///< openbox now and then leaves a request lying until the next event comes
 };
 
 } // namespace Orbita

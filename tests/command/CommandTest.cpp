@@ -16,27 +16,21 @@ std::optional<Command> parsed(std::vector<std::string> arguments)
     return parseCommand(pointers);
 }
 
-TEST(Command, isReadFromOneWord)
+TEST(Command, isReadFromOneWordAndEitherStartsOrbitaOrNot)
 {
-    EXPECT_EQ(parsed({}), Command::Start);
-    EXPECT_EQ(parsed({"show"}), Command::Show);
-    EXPECT_EQ(parsed({"hide"}), Command::Hide);
-    EXPECT_EQ(parsed({"toggle"}), Command::Toggle);
-    EXPECT_EQ(parsed({"settings"}), Command::Settings);
-    EXPECT_EQ(parsed({"quit"}), Command::Quit);
+    const std::vector<std::tuple<std::vector<std::string>, Command, bool>> rows{
+        {{}, Command::Start, true},          {{"show"}, Command::Show, true},
+        {{"toggle"}, Command::Toggle, true}, {{"settings"}, Command::Settings, true},
+        {{"hide"}, Command::Hide, false},    {{"quit"}, Command::Quit, false}};
+    for (const auto &[words, command, starts] : rows) {
+        EXPECT_EQ(parsed(words), command);
+        EXPECT_EQ(startsOrbita(command), starts);
+    }
     EXPECT_EQ(parsed({"--help"}), Command::Help);
     EXPECT_EQ(parsed({"--version"}), Command::Version);
     for (const char *unknown : {"", "Show", "--show", "showw", "-"})
         EXPECT_FALSE(parsed({unknown})) << unknown;
     EXPECT_FALSE(parsed({"show", "hide"}));
-}
-
-TEST(Command, thatEndsThingsStartsNothing)
-{
-    for (const Command starting : {Command::Start, Command::Show, Command::Toggle, Command::Settings})
-        EXPECT_TRUE(startsOrbita(starting));
-    EXPECT_FALSE(startsOrbita(Command::Hide));
-    EXPECT_FALSE(startsOrbita(Command::Quit));
 }
 
 } // namespace

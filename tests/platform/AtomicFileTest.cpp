@@ -83,7 +83,7 @@ TEST(WriteFileAtomically, leavesTheOldFileWholeWhenTheDiskIsFull)
     EXPECT_EQ(folder.entryList(everything), QStringList{QStringLiteral("file")});
 }
 
-TEST(DamagedFile, isSetAsideUnderANameOfItsOwn)
+TEST(DamagedFile, isSetOrCopiedAsideUnderANameOfItsOwn)
 {
     const TemporaryContainer container;
     QStringList names;
@@ -96,19 +96,15 @@ TEST(DamagedFile, isSetAsideUnderANameOfItsOwn)
         EXPECT_FALSE(names.contains(aside));
         names.append(aside);
     }
+    const QString path = container.write(QStringLiteral("data/a.plist"), "copied");
+    for (const QString &copy : {copyAsideDamagedFile(path), copyAsideDamagedFile(path)}) {
+        EXPECT_FALSE(names.contains(copy));
+        EXPECT_EQ(TemporaryContainer::read(copy), "copied");
+        EXPECT_EQ(TemporaryContainer::read(path), "copied");
+        names.append(copy);
+    }
     EXPECT_EQ(setAsideDamagedFile(container.path(QStringLiteral("data/none"))), QString());
     EXPECT_EQ(setAsideDamagedFile(container.path(QStringLiteral("data"))), QString());
-}
-
-TEST(DamagedFile, canBeCopiedAside)
-{
-    const TemporaryContainer container;
-    const QString path = container.write(QStringLiteral("data/a.plist"), "content");
-    const QString first = copyAsideDamagedFile(path);
-    const QString second = copyAsideDamagedFile(path);
-    EXPECT_NE(first, second);
-    for (const QString &file : {path, first, second})
-        EXPECT_EQ(TemporaryContainer::read(file), "content");
 }
 
 } // namespace

@@ -43,7 +43,7 @@ void Screen::waitForPixel(QPoint position, QColor color) const
         QStringLiteral("the screen was ") + color.name());
 }
 
-void Screen::setBackground(QColor color) const
+void Screen::setBackground(QColor color)
 {
     const xcb_window_t root = m_connection.root();
     const xcb_pixmap_t pixmap = xcb_generate_id(m_connection);

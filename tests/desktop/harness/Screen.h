@@ -25,7 +25,7 @@ public:
 
     /// Once for each server. Window managers that draw a background of their own (kwin_x11 while it composites)
     /// cover it.
-    void setBackground(QColor color) const;
+    void setBackground(QColor color);
 
 private:
     const XConnection &m_connection;

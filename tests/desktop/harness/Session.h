@@ -53,7 +53,7 @@ public:
 
     [[nodiscard]] const Input &input() const { return m_input; }
     [[nodiscard]] const Windows &windows() const { return m_windows; }
-    [[nodiscard]] const Screen &screen() const { return m_screen; }
+    [[nodiscard]] Screen &screen() { return m_screen; }
     [[nodiscard]] const XConnection &connection() const { return m_connection; }
     /// Only with SessionOptions::sessionBus.
     [[nodiscard]] const Bus &bus() const { return *m_bus; }

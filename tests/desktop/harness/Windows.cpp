@@ -240,25 +240,26 @@ void Windows::activate(xcb_window_t window) const
     m_connection.sync();
 }
 
+void Windows::configure(xcb_window_t window, quint16 what, std::array<quint32, 2> values) const
+{
+    xcb_configure_window(m_connection, window, what, values.data());
+    m_connection.sync();
+}
+
 void Windows::raise(xcb_window_t window) const
 {
-    const quint32 above = XCB_STACK_MODE_ABOVE;
-    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
-    m_connection.sync();
+    configure(window, XCB_CONFIG_WINDOW_STACK_MODE, {XCB_STACK_MODE_ABOVE});
 }
 
 void Windows::moveTo(xcb_window_t window, QPoint position) const
 {
-    const std::array values{static_cast<quint32>(position.x()), static_cast<quint32>(position.y())};
-    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values.data());
-    m_connection.sync();
+    configure(window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, {quint32(position.x()), quint32(position.y())});
 }
 
 void Windows::resize(xcb_window_t window, QSize size) const
 {
-    const std::array values{static_cast<quint32>(size.width()), static_cast<quint32>(size.height())};
-    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values.data());
-    m_connection.sync();
+    configure(window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+              {quint32(size.width()), quint32(size.height())});
 }
 
 void Windows::iconify(xcb_window_t window) const

@@ -80,6 +80,7 @@ public:
 
 private:
     void ping(xcb_window_t window) const;
+    void configure(xcb_window_t window, quint16 what, std::array<quint32, 2> values) const;
     [[nodiscard]] QList<xcb_window_t> children(xcb_window_t window) const;
     [[nodiscard]] xcb_window_t clientIn(xcb_window_t window) const;
 

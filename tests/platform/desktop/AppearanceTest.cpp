@@ -40,10 +40,7 @@ protected:
     }
     ~FreedesktopAppearanceTest() override { qputenv("XDG_CURRENT_DESKTOP", "Here"); }
 
-    static void writeGlobals(const QByteArray &content)
-    {
-        PrivateSession::write(QStringLiteral(".config/kdeglobals"), content);
-    }
+    static void writeGlobals(const QByteArray &content) { PrivateSession::write(".config/kdeglobals", content); }
 };
 
 TEST_F(FreedesktopAppearanceTest, KdesFileIsFollowed)
@@ -73,7 +70,7 @@ TEST_F(FreedesktopAppearanceTest, TheSharedSettingsAreFollowed)
     EXPECT_FALSE(appearance.isMotionReduced());
     bool isStill = false;
     QObject::connect(&appearance, &DesktopAppearance::motionReducedChanged, &appearance, [&](bool b) { isStill = b; });
-    PrivateSession::write(QStringLiteral(".config/glib-2.0/settings/keyfile"),
+    PrivateSession::write(".config/glib-2.0/settings/keyfile",
                           "[org/gnome/desktop/interface]\nenable-animations=false\n");
     ASSERT_TRUE(eventually([&] { return isStill; }));
     EXPECT_TRUE(appearance.isMotionReduced());

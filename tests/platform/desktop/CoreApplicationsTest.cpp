@@ -55,7 +55,7 @@ protected:
     void SetUp() override
     {
         PrivateSession::clear();
-        probe.emplace(s("program"));
+        probe.emplace("program");
     }
 
     std::optional<Probe> probe;
@@ -63,11 +63,11 @@ protected:
 
 TEST_F(LookUp, FindsHandlersAndIds)
 {
-    const QString path = PrivateSession::install(
-        s("music"), probe->desktopFile("%p %U", "MimeType=audio/mpeg;x-scheme-handler/https;"));
+    const QString path
+        = PrivateSession::install("music", probe->desktopFile("%p %U", "MimeType=audio/mpeg;x-scheme-handler/https;"));
     EXPECT_EQ(CoreApplications::lookUp(s("mime:audio/mpeg")), std::nullopt);
-    PrivateSession::associate(s("audio/mpeg"), s("music"));
-    PrivateSession::associate(s("x-scheme-handler/https"), s("music"));
+    PrivateSession::associate("audio/mpeg", "music");
+    PrivateSession::associate("x-scheme-handler/https", "music");
     // Reading the defaults anew takes GIO a notice from the file system.
     EXPECT_TRUE(eventually([&] { return CoreApplications::lookUp(s("mime:audio/mpeg")) == path; }));
     EXPECT_EQ(CoreApplications::lookUp(s("scheme:https")), path);
@@ -77,12 +77,12 @@ TEST_F(LookUp, FindsHandlersAndIds)
 
 TEST_F(LookUp, PassesOverOrbitaAndOtherDesktopsApplications)
 {
-    PrivateSession::install(s("org.orbita.Orbita"), probe->desktopFile());
-    PrivateSession::install(s("self"),
+    PrivateSession::install("org.orbita.Orbita", probe->desktopFile());
+    PrivateSession::install("self",
                             "[Desktop Entry]\nType=Application\nName=Me\nExec="
                                 + QFile::encodeName(QCoreApplication::applicationFilePath()) + "\n");
-    PrivateSession::install(s("elsewhere"), probe->desktopFile("%p", "OnlyShowIn=Elsewhere;"));
-    PrivateSession::install(s("here"), probe->desktopFile("%p", "OnlyShowIn=Here;"));
+    PrivateSession::install("elsewhere", probe->desktopFile("%p", "OnlyShowIn=Elsewhere;"));
+    PrivateSession::install("here", probe->desktopFile("%p", "OnlyShowIn=Here;"));
     EXPECT_TRUE(eventually([] { return CoreApplications::lookUp(s("here.desktop")).has_value(); }));
     EXPECT_EQ(CoreApplications::lookUp(s("org.orbita.Orbita.desktop")), std::nullopt);
     EXPECT_EQ(CoreApplications::lookUp(s("self.desktop")), std::nullopt);

@@ -44,16 +44,12 @@ private:
     Record &m_record;
 };
 
-QString install(const char *id, const QByteArray &content)
-{
-    return PrivateSession::install(QLatin1String(id), content);
-}
+using PrivateSession::install;
 
 /// Puts a pipe in place of the application \a id. Opening one to read would wait for ever.
-QString plantPipe(const char *id)
+QString plantPipe(const QByteArray &id)
 {
-    const QString path
-        = PrivateSession::path(QStringLiteral(".local/share/applications/%1.desktop").arg(QLatin1String(id)));
+    const QString path = PrivateSession::path(".local/share/applications/" + id + ".desktop");
     EXPECT_EQ(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
     return path;
 }
@@ -69,23 +65,21 @@ protected:
 TEST_F(GioWorkspaceTest, AChildIsIndependentOfUs)
 {
     const int ours = dup(0); // without close-on-exec
-    const Probe probe(QStringLiteral("independent"));
+    const Probe probe("independent");
     ASSERT_TRUE(workspace.launchApplication(install("independent", probe.desktopFile())));
     const auto start = probe.waitForStart();
     close(ours);
-    EXPECT_EQ(start[QStringLiteral("session")], start[QStringLiteral("process")]);
-    EXPECT_FALSE(start[QStringLiteral("file")].contains(QString::number(ours)));
-    const auto process = start[QStringLiteral("process")].constFirst().toInt();
+    EXPECT_EQ(start["session"], start["process"]);
+    EXPECT_FALSE(start["file"].contains(QString::number(ours)));
+    const auto process = start["process"].constFirst().toInt();
     EXPECT_TRUE(eventually([&] { return kill(process, 0) != 0; })) << "an unreaped child would stay";
 }
 
 TEST_F(GioWorkspaceTest, OnlyAnApplicationThatNotifiesIsAnnouncedAndAllGetAToken)
 {
-    const QString startupId = QStringLiteral("DESKTOP_STARTUP_ID");
-    const QString token = QStringLiteral("XDG_ACTIVATION_TOKEN");
     qputenv("DESKTOP_STARTUP_ID", "our own");
-    const Probe notifying(QStringLiteral("notifying"));
-    const Probe silent(QStringLiteral("silent"));
+    const Probe notifying("notifying");
+    const Probe silent("silent");
     ASSERT_TRUE(workspace.launchApplication(
         install("notifying", notifying.desktopFile("%p", "StartupNotify=true\nStartupWMClass=Probe"))));
     ASSERT_TRUE(workspace.launchApplication(install("silent", silent.desktopFile("%p"))));
@@ -94,15 +88,15 @@ TEST_F(GioWorkspaceTest, OnlyAnApplicationThatNotifiesIsAnnouncedAndAllGetAToken
     qunsetenv("DESKTOP_STARTUP_ID");
     ASSERT_EQ(notifications.begun.size(), 1);
     EXPECT_EQ(notifications.begun.first().windowClass, QStringLiteral("Probe"));
-    EXPECT_EQ(first[startupId], QStringList{QStringLiteral("begun_TIME7")});
-    EXPECT_EQ(first[token], QStringList{QStringLiteral("begun_TIME7")});
-    EXPECT_FALSE(second.contains(startupId));
-    EXPECT_EQ(second[token], QStringList{QStringLiteral("token_TIME8")});
+    EXPECT_EQ(first["DESKTOP_STARTUP_ID"], QStringList{QStringLiteral("begun_TIME7")});
+    EXPECT_EQ(first["XDG_ACTIVATION_TOKEN"], QStringList{QStringLiteral("begun_TIME7")});
+    EXPECT_FALSE(second.contains("DESKTOP_STARTUP_ID"));
+    EXPECT_EQ(second["XDG_ACTIVATION_TOKEN"], QStringList{QStringLiteral("token_TIME8")});
 }
 
 TEST_F(GioWorkspaceTest, ALaunchThatFailsIsTakenBack)
 {
-    const Probe probe(QStringLiteral("breaks"));
+    const Probe probe("breaks");
     const auto result = workspace.launchApplication(
         install("breaks", probe.desktopFile("%p", "StartupNotify=true\nPath=/no/such/folder")));
     ASSERT_FALSE(result);
@@ -115,34 +109,33 @@ TEST_F(GioWorkspaceTest, ArgumentsAreThoseOfTheExecKey)
 {
     struct Row {
         QByteArray exec;
-        QString fileName;
+        QByteArray fileName;
         QStringList arguments; ///< "FILE" stands for the opened file
     };
-    const QString hostile = QStringLiteral("a 'b' \"c\" $(touch d) %f `e`;&|ä.txt");
+    const QByteArray hostile = "a 'b' \"c\" $(touch d) %f `e`;&|ä.txt";
     for (const auto &[exec, fileName, arguments] :
-         {Row{"%p --open %f", QStringLiteral("x.txt"), {QStringLiteral("--open"), QStringLiteral("FILE")}},
+         {Row{"%p --open %f", "x.txt", {QStringLiteral("--open"), QStringLiteral("FILE")}},
           Row{"%p \"two words\" 100%% %u",
-              QStringLiteral("x.txt"),
+              "x.txt",
               {QStringLiteral("two words"), QStringLiteral("100%"), QStringLiteral("FILE")}},
           Row{"%p %f", hostile, {QStringLiteral("FILE")}}}) {
-        const Probe probe(QStringLiteral("arguments"));
-        const QString application
-            = PrivateSession::write(QStringLiteral("files/some.desktop"), probe.desktopFile(exec));
-        const QString file = PrivateSession::write(QStringLiteral("files/") + fileName, "x");
+        const Probe probe("arguments");
+        const QString application = PrivateSession::write("files/some.desktop", probe.desktopFile(exec));
+        const QString file = PrivateSession::write("files/" + fileName, "x");
         ASSERT_TRUE(workspace.openFile(file, application));
         QStringList expected = arguments;
         expected.replaceInStrings(QStringLiteral("FILE"), file);
-        EXPECT_EQ(probe.waitForStart()[QStringLiteral("argument")], expected) << exec.constData();
+        EXPECT_EQ(probe.waitForStart()["argument"], expected) << exec.constData();
     }
 }
 
 TEST_F(GioWorkspaceTest, ABadApplicationIsRefusedAndStillHasANameAndAnIcon)
 {
-    const Probe probe(QStringLiteral("bad"));
+    const Probe probe("bad");
     const QByteArray minimal = "[Desktop Entry]\nType=Application\nName=X\n";
-    const QString loop = PrivateSession::path(QStringLiteral("files/a.desktop"));
+    const QString loop = PrivateSession::path("files/a.desktop");
     QFile::link(loop, loop);
-    const QString folder = PrivateSession::path(QStringLiteral("files/folder.desktop"));
+    const QString folder = PrivateSession::path("files/folder.desktop");
     QDir().mkpath(folder);
     const std::vector<std::pair<const char *, QString>> rows{
         {"noise", install("1", "\xff\x00[[[=\n=\n")},
@@ -155,7 +148,7 @@ TEST_F(GioWorkspaceTest, ABadApplicationIsRefusedAndStillHasANameAndAnIcon)
         {"a loop of links", loop},
         {"a pipe", plantPipe("pipe")},
         {"a folder", folder},
-        {"not executable", PrivateSession::write(QStringLiteral("files/X.AppImage"), "#!/bin/sh\n")}};
+        {"not executable", PrivateSession::write("files/X.AppImage", "#!/bin/sh\n")}};
     for (const auto &[name, path] : rows) {
         SCOPED_TRACE(name);
         const auto result = workspace.launchApplication(path);
@@ -173,8 +166,8 @@ TEST_F(GioWorkspaceTest, ABundleStartsItsProgram)
          {std::pair("100% 'Mine'.AppImage", "100% 'Mine'.AppImage"), std::pair("tool", "tool"),
           std::pair("X.app", "X.app/AppRun"), std::pair("Y.app/", "Y.app/Y"),
           std::pair("Z.app", "Z.app/Contents/MacOS/Z")}) {
-        const Probe probe(QString::fromLatin1(program));
-        const QString path = PrivateSession::path(QStringLiteral("files/") + QLatin1String(launched));
+        const Probe probe(program);
+        const QString path = PrivateSession::path(QByteArray("files/") + launched);
         ASSERT_TRUE(workspace.launchApplication(path)) << launched;
         EXPECT_FALSE(probe.waitForStart().isEmpty()) << launched;
     }
@@ -182,38 +175,36 @@ TEST_F(GioWorkspaceTest, ABundleStartsItsProgram)
 
 TEST_F(GioWorkspaceTest, ATerminalProgramRunsInATerminalOrNotAtAll)
 {
-    const Probe program(QStringLiteral("program"));
+    const Probe program("program");
     const QString path = install("terminal", program.desktopFile("%p", "Terminal=true"));
     const QByteArray searchPath = qgetenv("PATH");
-    qputenv("PATH", QFile::encodeName(PrivateSession::path(QStringLiteral("files"))));
+    qputenv("PATH", QFile::encodeName(PrivateSession::path("files")));
     const auto without = workspace.launchApplication(path);
-    const Probe terminal(QStringLiteral("xterm"));
+    const Probe terminal("xterm");
     const auto with = workspace.launchApplication(path);
     qputenv("PATH", searchPath);
     ASSERT_FALSE(without);
     EXPECT_EQ(without.error(), Workspace::Error::LaunchFailed);
     ASSERT_TRUE(with);
-    EXPECT_TRUE(terminal.waitForStart()[QStringLiteral("argument")].contains(program.program()));
+    EXPECT_TRUE(terminal.waitForStart()["argument"].contains(program.program()));
 }
 
 TEST_F(GioWorkspaceTest, NamesAreThoseTheUserKnows)
 {
-    const Probe probe(QStringLiteral("named"));
+    const Probe probe("named");
     const auto named = [&](const QString &path) { return workspace.displayName(path); };
     EXPECT_EQ(named(install("org.example.N", probe.desktopFile())), QStringLiteral("Probe"));
     EXPECT_EQ(named(install("bad", "[Desktop Entry]\nType=Application\nName= Two\\n lines \nExec=/no/such\n")),
               QStringLiteral("Two lines"));
-    EXPECT_EQ(named(PrivateSession::path(QStringLiteral("files/gone.desktop"))), QStringLiteral("gone"));
-    EXPECT_EQ(named(PrivateSession::write(QStringLiteral("files/letter.app.txt"), "x")),
-              QStringLiteral("letter.app.txt"));
+    EXPECT_EQ(named(PrivateSession::path("files/gone.desktop")), QStringLiteral("gone"));
+    EXPECT_EQ(named(PrivateSession::write("files/letter.app.txt", "x")), QStringLiteral("letter.app.txt"));
 }
 
 TEST_F(GioWorkspaceTest, AFileOfTheUsersOwnStandsInFrontOfTheSystems)
 {
-    const Probe systems(QStringLiteral("systems"));
-    const Probe users(QStringLiteral("users"));
-    const QString path
-        = PrivateSession::write(QStringLiteral("share/applications/both.desktop"), systems.desktopFile());
+    const Probe systems("systems");
+    const Probe users("users");
+    const QString path = PrivateSession::write("share/applications/both.desktop", systems.desktopFile());
     install("both", users.desktopFile().replace("=Probe", "=Mine"));
     ASSERT_TRUE(eventually([&] { return workspace.displayName(path) == QStringLiteral("Mine"); }));
     ASSERT_TRUE(workspace.launchApplication(path));
@@ -224,9 +215,8 @@ TEST_F(GioWorkspaceTest, AFileOfTheUsersOwnStandsInFrontOfTheSystems)
 
 TEST_F(GioWorkspaceTest, APipeInFrontOfAFileIsNotOpened)
 {
-    const Probe probe(QStringLiteral("hidden-by-pipe"));
-    const QString path
-        = PrivateSession::write(QStringLiteral("share/applications/sub/piped.desktop"), probe.desktopFile());
+    const Probe probe("hidden-by-pipe");
+    const QString path = PrivateSession::write("share/applications/sub/piped.desktop", probe.desktopFile());
     plantPipe("sub-piped");
     EXPECT_EQ(workspace.displayName(path), QStringLiteral("Probe"));
     EXPECT_TRUE(workspace.launchApplication(path));
@@ -236,22 +226,22 @@ TEST_F(GioWorkspaceTest, APipeInFrontOfAFileIsNotOpened)
 
 TEST_F(GioWorkspaceTest, TheIndexHoldsTheFilesInForceOnly)
 {
-    const Probe probe(QStringLiteral("indexed"));
+    const Probe probe("indexed");
     const QByteArray content = probe.desktopFile("%p", "Icon=probe\nStartupWMClass=Probe");
     install("both", content);
     install("deleted", probe.desktopFile("%p", "Hidden=true"));
     plantPipe("pipe");
-    const QStringList systems{PrivateSession::write(QStringLiteral("share/applications/sub/nested.desktop"), content),
-                              PrivateSession::write(QStringLiteral("share/applications/both.desktop"), content),
-                              PrivateSession::write(QStringLiteral("share/applications/deleted.desktop"), content),
-                              PrivateSession::write(QStringLiteral("share/applications/pipe.desktop"), content)};
+    const QStringList systems{PrivateSession::write("share/applications/sub/nested.desktop", content),
+                              PrivateSession::write("share/applications/both.desktop", content),
+                              PrivateSession::write("share/applications/deleted.desktop", content),
+                              PrivateSession::write("share/applications/pipe.desktop", content)};
     const DesktopCatalog catalog = readInstalledApplications();
     for (const QString &path : systems)
         QFile::remove(path);
     ASSERT_EQ(catalog.entries().size(), 2U);
     const DesktopEntry &both = catalog.entries()[0];
     EXPECT_EQ(both.id, QStringLiteral("both"));
-    EXPECT_EQ(both.path, PrivateSession::path(QStringLiteral(".local/share/applications/both.desktop")));
+    EXPECT_EQ(both.path, PrivateSession::path(".local/share/applications/both.desktop"));
     EXPECT_EQ(both.icon, QStringLiteral("probe"));
     EXPECT_EQ(both.startupWmClass, QStringLiteral("Probe"));
     EXPECT_EQ(both.program, QStringLiteral("indexed"));
@@ -268,7 +258,7 @@ TEST_F(GioWorkspaceTest, AnIconIsRememberedUntilApplicationsChange)
     };
     plant("/no/such/first.png");
     ASSERT_TRUE(eventually([&] { return changes == 1; }));
-    const QString path = PrivateSession::path(QStringLiteral(".local/share/applications/pictured.desktop"));
+    const QString path = PrivateSession::path(".local/share/applications/pictured.desktop");
     const Image first = workspace.icon(path);
     plant("/no/such/second.png");
     EXPECT_EQ(workspace.icon(path), first) << "read again";
@@ -282,7 +272,7 @@ TEST_F(GioWorkspaceTest, ApplicationsAreReportedOncePerBurstAndRolesFollow)
     EXPECT_EQ(workspace.coreApplication(role), std::nullopt);
     int changes = 0;
     QObject::connect(&workspace, &Workspace::applicationsChanged, &workspace, [&changes] { ++changes; });
-    const Probe probe(QStringLiteral("store"));
+    const Probe probe("store");
     const QString path = install("synaptic", probe.desktopFile());
     install("other", probe.desktopFile());
     ASSERT_TRUE(eventually([&] { return changes >= 1; }));

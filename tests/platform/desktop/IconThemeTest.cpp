@@ -56,11 +56,11 @@ protected:
     ThemeIconsTest()
     {
         PrivateSession::clear();
-        PrivateSession::write(s(".local/share/icons/Plain/index.theme"),
+        PrivateSession::write(".local/share/icons/Plain/index.theme",
                               "[Icon Theme]\nName=Plain\nDirectories=16,64\n"
                               "[16]\nSize=16\nType=Fixed\n[64]\nSize=64\nType=Fixed\n");
-        PrivateSession::write(s(".local/share/icons/Plain/16/probe.png"), png(16, Qt::red));
-        PrivateSession::write(s(".local/share/icons/Plain/64/probe.png"), png(64, Qt::blue));
+        PrivateSession::write(".local/share/icons/Plain/16/probe.png", png(16, Qt::red));
+        PrivateSession::write(".local/share/icons/Plain/64/probe.png", png(64, Qt::blue));
     }
     static QRgb colorOf(const Image &image, int side) { return image.render({side, side}).pixel(1, 1); }
 
@@ -79,14 +79,14 @@ TEST_F(ThemeIconsTest, TheFileForTheSizeIsDrawnAndTheSourceShared)
 
 TEST_F(ThemeIconsTest, ADamagedFileGivesWayToTheNextOne)
 {
-    PrivateSession::write(s(".local/share/icons/Plain/16/probe.png"), "damaged");
+    PrivateSession::write(".local/share/icons/Plain/16/probe.png", "damaged");
     EXPECT_EQ(colorOf(icons.icon({s("probe")}), 16), blue);
 }
 
 TEST_F(ThemeIconsTest, PixmapFoldersComeAfterTheTheme)
 {
-    PrivateSession::write(s(".local/share/pixmaps/lonely.png"), png(16, Qt::red));
-    PrivateSession::write(s(".local/share/pixmaps/probe.png"), png(16, Qt::green));
+    PrivateSession::write(".local/share/pixmaps/lonely.png", png(16, Qt::red));
+    PrivateSession::write(".local/share/pixmaps/probe.png", png(16, Qt::green));
     EXPECT_EQ(colorOf(icons.icon({s("lonely")}), 16), red);
     EXPECT_EQ(colorOf(icons.icon({s("probe")}), 16), red);
 }
@@ -95,7 +95,7 @@ TEST_F(ThemeIconsTest, WhatCannotBeDrawnIsDrawnAsDefault)
 {
     const QImage expected = Image::named(s("Default")).render({16, 16});
     ASSERT_FALSE(expected.isNull());
-    const QString pipe = PrivateSession::path(s("files/pipe.png"));
+    const QString pipe = PrivateSession::path("files/pipe.png");
     mkfifo(QFile::encodeName(pipe).constData(), 0600);
     const QStringList bad{s(""),
                           s("no-such-icon"),
@@ -103,8 +103,8 @@ TEST_F(ThemeIconsTest, WhatCannotBeDrawnIsDrawnAsDefault)
                           pipe,
                           QDir::homePath(),
                           s("/no/such.png"),
-                          PrivateSession::write(s("files/wide.png"), png(20'000, Qt::red, 1)),
-                          PrivateSession::write(s("files/bad.svg"), "<svg><g>")};
+                          PrivateSession::write("files/wide.png", png(20'000, Qt::red, 1)),
+                          PrivateSession::write("files/bad.svg", "<svg><g>")};
     for (const QString &name : bad)
         EXPECT_EQ(icons.icon({name}).render({16, 16}), expected) << qPrintable(name);
 }
@@ -112,12 +112,12 @@ TEST_F(ThemeIconsTest, WhatCannotBeDrawnIsDrawnAsDefault)
 TEST_F(ThemeIconsTest, AnApplicationShowsItsIconWhetherItRunsOrNot)
 {
     const GioWorkspace workspace(std::make_unique<NoStartupNotifier>());
-    const QString broken = PrivateSession::install(
-        s("broken"), "[Desktop Entry]\nType=Application\nName=X\nExec=/no/such\nIcon=probe\n");
+    const QString broken
+        = PrivateSession::install("broken", "[Desktop Entry]\nType=Application\nName=X\nExec=/no/such\nIcon=probe\n");
     EXPECT_EQ(colorOf(workspace.icon(broken), 64), blue);
-    const QString folder = PrivateSession::path(s("files/F.app"));
-    PrivateSession::write(s("files/F.app/.DirIcon"), png(16, Qt::red));
-    const Probe probe(s("F.app/AppRun"));
+    const QString folder = PrivateSession::path("files/F.app");
+    PrivateSession::write("files/F.app/.DirIcon", png(16, Qt::red));
+    const Probe probe("F.app/AppRun");
     EXPECT_EQ(colorOf(workspace.icon(folder), 16), red);
 }
 

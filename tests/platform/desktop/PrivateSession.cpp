@@ -16,36 +16,36 @@ const SessionFolders &folders()
     return folders;
 }
 
-QString path(const QString &name)
+QString path(const QByteArray &name)
 {
-    return folders().home() + u'/' + name;
+    return folders().home() + u'/' + QString::fromUtf8(name);
 }
 
-QString write(const QString &name, const QByteArray &content)
+QString write(const QByteArray &name, const QByteArray &content)
 {
-    return folders().write(name, content);
+    return folders().write(QString::fromUtf8(name), content);
 }
 
-QString install(const QString &id, const QByteArray &content)
+QString install(const QByteArray &id, const QByteArray &content)
 {
-    return folders().installApplication(id, content);
+    return folders().installApplication(QString::fromUtf8(id), content);
 }
 
-void associate(const QString &type, const QString &id)
+void associate(const QByteArray &type, const QByteArray &id)
 {
-    const auto append = [&](const QString &name, const QByteArray &group) {
+    const auto append = [&](const QByteArray &name, const QByteArray &group) {
         const QByteArray before = TemporaryContainer::read(path(name));
-        write(name, (before.isEmpty() ? group : before) + QStringLiteral("%1=%2.desktop;\n").arg(type, id).toUtf8());
+        write(name, (before.isEmpty() ? group : before) + type + '=' + id + ".desktop;\n");
     };
-    append(QStringLiteral(".local/share/applications/mimeinfo.cache"), "[MIME Cache]\n");
-    append(QStringLiteral(".config/mimeapps.list"), "[Default Applications]\n");
+    append(".local/share/applications/mimeinfo.cache", "[MIME Cache]\n");
+    append(".config/mimeapps.list", "[Default Applications]\n");
 }
 
 void clear()
 {
     // GIO watches these folders, so they stay.
     for (const char *name : {".local/share/applications", ".local/share", ".config", "files"}) {
-        QDir folder(path(QLatin1String(name)));
+        QDir folder(path(name));
         folder.mkpath(QStringLiteral("."));
         for (const QFileInfo &entry :
              folder.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)) {
@@ -59,8 +59,8 @@ void clear()
 
 } // namespace PrivateSession
 
-Probe::Probe(const QString &name)
-    : m_program(PrivateSession::write(QStringLiteral("files/") + name,
+Probe::Probe(const QByteArray &name)
+    : m_program(PrivateSession::write("files/" + name,
                                       "#!/bin/sh\n"
                                       "{ for a in \"$@\"; do printf 'argument=%s\\n' \"$a\"; done\n"
                                       "read -r pid name state parent group session rest </proc/$$/stat\n"
@@ -88,8 +88,10 @@ Probe::Start Probe::waitForStart() const
 {
     waitUntil([this] { return wasStarted(); }, m_program + QStringLiteral(" was started"));
     Start start;
-    for (const QString &line : QString::fromUtf8(TemporaryContainer::read(m_report)).split(u'\n'))
-        start[line.section(u'=', 0, 0)] << line.section(u'=', 1);
+    for (const QByteArray &line : TemporaryContainer::read(m_report).split('\n')) {
+        const qsizetype equals = line.indexOf('=');
+        start[line.left(equals)] << QString::fromUtf8(line.mid(equals + 1));
+    }
     QFile::remove(m_report);
     return start;
 }

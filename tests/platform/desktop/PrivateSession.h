@@ -13,13 +13,13 @@ namespace PrivateSession {
 
 [[nodiscard]] const SessionFolders &folders();
 /// The path of \a name below the session's home folder.
-[[nodiscard]] QString path(const QString &name);
+[[nodiscard]] QString path(const QByteArray &name);
 /// Writes \a content to the file called \a name below the home folder and returns its path.
-QString write(const QString &name, const QByteArray &content);
+QString write(const QByteArray &name, const QByteArray &content);
 /// Installs \a content as the application \a id for the user and returns its path.
-QString install(const QString &id, const QByteArray &content);
+QString install(const QByteArray &id, const QByteArray &content);
 /// Makes the application \a id one for \a type, and the default one.
-void associate(const QString &type, const QString &id);
+void associate(const QByteArray &type, const QByteArray &id);
 /// Takes away all applications, defaults and what else tests wrote.
 void clear();
 
@@ -30,10 +30,10 @@ class Probe {
 public:
     /// What it wrote down: each "argument", its "process" and the "session" that it is in, the numbers of its open
     /// "file"s, and the variables of its environment by their names.
-    using Start = QMap<QString, QStringList>;
+    using Start = QMap<QByteArray, QStringList>;
 
     /// \a name may hold anything that a file name may.
-    explicit Probe(const QString &name);
+    explicit Probe(const QByteArray &name);
 
     [[nodiscard]] QString program() const { return m_program; }
     /// A ".desktop" file for it: \a exec has "%p" where the program's path stands; \a more are further lines.

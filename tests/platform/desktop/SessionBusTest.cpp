@@ -57,10 +57,9 @@ protected:
 TEST_F(SessionBusTest, AnActivatableApplicationIsAskedOverTheBus)
 {
     const BusObject application(QStringLiteral("org.example.Probe"), QStringLiteral("/org/example/Probe"));
-    const Probe probe(QStringLiteral("activatable"));
-    const QString path
-        = PrivateSession::install(QStringLiteral("org.example.Probe"), probe.desktopFile("%p", "DBusActivatable=true"));
-    const QString file = PrivateSession::write(QStringLiteral("files/a b.txt"), "x");
+    const Probe probe("activatable");
+    const QString path = PrivateSession::install("org.example.Probe", probe.desktopFile("%p", "DBusActivatable=true"));
+    const QString file = PrivateSession::write("files/a b.txt", "x");
     ASSERT_TRUE(workspace.launchApplication(path));
     ASSERT_TRUE(workspace.openFile(file, path));
     application.expectCalls({QStringLiteral("Activate "), QStringLiteral("Open ") + urlOf(file)});
@@ -71,8 +70,8 @@ TEST_F(SessionBusTest, TheFileManagerShowsFoldersAndSelectsFiles)
 {
     const BusObject fileManager(QStringLiteral("org.freedesktop.FileManager1"),
                                 QStringLiteral("/org/freedesktop/FileManager1"));
-    const QString folder = PrivateSession::path(QStringLiteral("files"));
-    const QString file = PrivateSession::write(QStringLiteral("files/ä #1.txt"), "x");
+    const QString folder = PrivateSession::path("files");
+    const QString file = PrivateSession::write("files/ä #1.txt", "x");
     ASSERT_TRUE(workspace.showInFileManager(folder));
     ASSERT_TRUE(workspace.showInFileManager(file));
     fileManager.expectCalls(
@@ -81,13 +80,12 @@ TEST_F(SessionBusTest, TheFileManagerShowsFoldersAndSelectsFiles)
 
 TEST_F(SessionBusTest, WithoutThatServiceTheFolderIsOpenedByItsDefaultApplication)
 {
-    const Probe probe(QStringLiteral("folders"));
-    PrivateSession::install(QStringLiteral("folders"), probe.desktopFile("%p %f", "MimeType=inode/directory;"));
-    PrivateSession::associate(QStringLiteral("inode/directory"), QStringLiteral("folders"));
-    const QString file = PrivateSession::write(QStringLiteral("files/shown.txt"), "x");
+    const Probe probe("folders");
+    PrivateSession::install("folders", probe.desktopFile("%p %f", "MimeType=inode/directory;"));
+    PrivateSession::associate("inode/directory", "folders");
+    const QString file = PrivateSession::write("files/shown.txt", "x");
     ASSERT_TRUE(workspace.showInFileManager(file));
-    EXPECT_EQ(probe.waitForStart()[QStringLiteral("argument")],
-              QStringList{PrivateSession::path(QStringLiteral("files"))});
+    EXPECT_EQ(probe.waitForStart()["argument"], QStringList{PrivateSession::path("files")});
 }
 
 } // namespace

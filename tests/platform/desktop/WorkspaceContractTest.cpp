@@ -41,17 +41,17 @@ struct MemoryDesktop {
 struct GioDesktop {
     Probe probe = [] {
         PrivateSession::clear();
-        return Probe(QStringLiteral("probe program"));
+        return Probe("probe program");
     }();
     const QString application = PrivateSession::install(
-        QStringLiteral("probe"), probe.desktopFile("\"%p\" %U", "MimeType=image/png;x-scheme-handler/probe;\n"));
-    const QString picture = PrivateSession::write(QStringLiteral("files/some picture.png"), "\x89PNG\r\n\x1a\n");
+        "probe", probe.desktopFile("\"%p\" %U", "MimeType=image/png;x-scheme-handler/probe;\n"));
+    const QString picture = PrivateSession::write("files/some picture.png", "\x89PNG\r\n\x1a\n");
     GioWorkspace workspace{std::make_unique<NoStartupNotifier>()};
 
     GioDesktop()
     {
-        PrivateSession::associate(QStringLiteral("image/png"), QStringLiteral("probe"));
-        PrivateSession::associate(QStringLiteral("x-scheme-handler/probe"), QStringLiteral("probe"));
+        PrivateSession::associate("image/png", "probe");
+        PrivateSession::associate("x-scheme-handler/probe", "probe");
     }
     void makeVanish()
     {
@@ -60,7 +60,7 @@ struct GioDesktop {
     }
     QString takeOpened()
     {
-        const QString opened = probe.waitForStart()[QStringLiteral("argument")].value(0);
+        const QString opened = probe.waitForStart()["argument"].value(0);
         return opened.startsWith(QLatin1String("file:")) ? QUrl(opened).toLocalFile() : opened;
     }
 };

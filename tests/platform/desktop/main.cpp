@@ -20,8 +20,8 @@ void enterSession()
         qputenv(variable.toLatin1().constData(), environment.value(variable).toLocal8Bit());
     for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY"})
         qunsetenv(variable);
-    qputenv("XDG_DATA_DIRS", QFile::encodeName(PrivateSession::path(QStringLiteral("share"))));
-    qputenv("XDG_CONFIG_DIRS", QFile::encodeName(PrivateSession::path(QStringLiteral("etc"))));
+    qputenv("XDG_DATA_DIRS", QFile::encodeName(PrivateSession::path("share")));
+    qputenv("XDG_CONFIG_DIRS", QFile::encodeName(PrivateSession::path("etc")));
     qputenv("XDG_CURRENT_DESKTOP", "Here"); // GIO reads it once
     qputenv("GSETTINGS_BACKEND", "keyfile");
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -33,7 +33,7 @@ void enterSession()
                         "<key name='icon-theme' type='s'><default>'Plain'</default></key></schema></schemalist>");
     if (QProcess::execute(QStringLiteral("glib-compile-schemas"), {schema.section(u'/', 0, -2)}) != 0)
         qFatal("glib-compile-schemas failed");
-    QFile::link(QStringLiteral("/usr/share/mime"), PrivateSession::path(QStringLiteral("share/mime")));
+    QFile::link(QStringLiteral("/usr/share/mime"), PrivateSession::path("share/mime"));
 }
 
 } // namespace

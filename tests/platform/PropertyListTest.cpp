@@ -128,9 +128,11 @@ TEST(PropertyListEncode, refusesWhatCouldNotBeReadBack)
             ASSERT_FALSE(refused);
             EXPECT_EQ(refused.error(), WriteError::NotRepresentable);
         }
-        const auto most = PropertyList::encode(QVariantList(PropertyList::maximumValues - 1, QVariant(true)), format);
-        ASSERT_TRUE(most);
-        EXPECT_TRUE(PropertyList::decode(*most));
+        QVariantList most(PropertyList::maximumValues - 1, QVariant(true));
+        most.last() = QStringLiteral("last");
+        const auto bytes = PropertyList::encode(most, format);
+        ASSERT_TRUE(bytes);
+        EXPECT_TRUE(PropertyList::decode(*bytes).value().toList() == most);
     }
 }
 

@@ -7,7 +7,6 @@
 #include "support/MemoryDesktop.h"
 
 #include <QCoreApplication>
-#include <QKeyEvent>
 
 namespace Orbita {
 
@@ -27,12 +26,6 @@ struct RingDesktop : MemoryDesktop {
         clock.advance(AnimationClock::defaultDuration);
         clock.advance(AnimationClock::defaultDuration);
         QCoreApplication::sendPostedEvents();
-    }
-    /// Presses the key at the evdev code \a code in the ring window.
-    void press(Qt::Key key, quint32 evdevCode)
-    {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, evdevCode + 8, 0, 0);
-        QCoreApplication::sendEvent(&window, &event);
     }
     [[nodiscard]] RingView &view() const { return *window.findChild<RingView *>(); }
 };

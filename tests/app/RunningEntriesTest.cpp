@@ -9,6 +9,8 @@
 namespace Orbita {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 struct RunningEntriesTest : testing::Test {
     MemoryDesktop desktop;
     RunningEntriesOptions options;
@@ -28,7 +30,7 @@ struct RunningEntriesTest : testing::Test {
     RunningApplication start(const char *name)
     {
         const QString text = QString::fromLatin1(name);
-        return desktop.runningApplications.start(QStringLiteral("/apps/%1.desktop").arg(text), text);
+        return desktop.runningApplications.start(u"/apps/%1.desktop"_s.arg(text), text);
     }
 };
 
@@ -37,8 +39,8 @@ TEST_F(RunningEntriesTest, addsWhatNoEntryStandsForInTheDesktopsOrder)
     start("b");
     start("a");
     start("Mail");
-    entries.push_back(std::make_shared<CoreMenuItem>(QStringLiteral("Mail"), desktop.services));
-    EXPECT_EQ(added(), (QStringList{QStringLiteral("b"), QStringLiteral("a")}));
+    entries.push_back(std::make_shared<CoreMenuItem>(u"Mail"_s, desktop.services));
+    EXPECT_EQ(added(), (QStringList{u"b"_s, u"a"_s}));
     for (const RunningApplication &application : plan().applicationsToAdd)
         entries.push_back(std::make_shared<RunningAppMenuItem>(application, desktop.services));
     EXPECT_TRUE(plan().isEmpty()) << "what was added is not added twice";
@@ -49,14 +51,14 @@ TEST_F(RunningEntriesTest, leavesOutWhatTheUserDoesNotWantAndTheFileManager)
     start("banned");
     start("files");
     RunningApplication background;
-    background.localizedName = QStringLiteral("daemon");
+    background.localizedName = u"daemon"_s;
     desktop.runningApplications.add(background);
-    options.blacklist = {QStringLiteral("/apps/banned.desktop")};
-    options.fileManager = QStringLiteral("/apps/files.desktop");
+    options.blacklist = {u"/apps/banned.desktop"_s};
+    options.fileManager = u"/apps/files.desktop"_s;
     EXPECT_TRUE(plan().isEmpty());
 
     start("editor");
-    EXPECT_EQ(added(), QStringList(QStringLiteral("editor")));
+    EXPECT_EQ(added(), QStringList(u"editor"_s));
     options.showsRunningApplications = false;
     EXPECT_TRUE(plan().isEmpty());
 }
@@ -65,8 +67,8 @@ TEST_F(RunningEntriesTest, removesWhatHasEndedAndNothingElse)
 {
     const auto tool = start("tool");
     const auto banned = start("banned");
-    options.blacklist = {QStringLiteral("/apps/banned.desktop")};
-    entries = {std::make_shared<CoreMenuItem>(QStringLiteral("Mail"), desktop.services),
+    options.blacklist = {u"/apps/banned.desktop"_s};
+    entries = {std::make_shared<CoreMenuItem>(u"Mail"_s, desktop.services),
                std::make_shared<RunningAppMenuItem>(tool, desktop.services),
                std::make_shared<RunningAppMenuItem>(banned, desktop.services)};
     EXPECT_TRUE(plan().isEmpty()) << "an application that still runs keeps its entry, blacklisted or not";

@@ -10,6 +10,8 @@
 namespace Orbita {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 Image picture(QColor color, QSize size = {64, 64})
 {
     QImage pixels(size, QImage::Format_ARGB32_Premultiplied);
@@ -17,29 +19,15 @@ Image picture(QColor color, QSize size = {64, 64})
     return Image::fromPixels(pixels);
 }
 
-QString key(int number)
-{
-    return QStringLiteral("key %1").arg(number);
-}
-
-TEST(ImageCache, forgetsTheOldestOfThirtySix)
+TEST(ImageCache, forgetsTheOldestOfThirtySixThoughItWasRead)
 {
     ImageCache cache;
-    for (int i = 1; i <= 36; ++i)
-        cache.storeImage(picture(Qt::red), key(i));
-    EXPECT_TRUE(cache.imageForKey(key(1)).isNull());
+    for (int i = 1; i <= 36; ++i) {
+        cache.storeImage(picture(Qt::red), QString::number(i));
+        EXPECT_EQ(cache.imageForKey(u"1"_s).isNull(), i == 36) << i;
+    }
     for (int i = 2; i <= 36; ++i)
-        EXPECT_FALSE(cache.imageForKey(key(i)).isNull()) << i;
-}
-
-TEST(ImageCache, readingDoesNotKeepAnEntry)
-{
-    ImageCache cache;
-    for (int i = 1; i <= 35; ++i)
-        cache.storeImage(picture(Qt::red), key(i));
-    EXPECT_FALSE(cache.imageForKey(key(1)).isNull());
-    cache.storeImage(picture(Qt::red), key(36));
-    EXPECT_TRUE(cache.imageForKey(key(1)).isNull());
+        EXPECT_FALSE(cache.imageForKey(QString::number(i)).isNull()) << i;
 }
 
 TEST(ImageCache, keepsBothPicturesOfOneKeyAndFindsTheOlder)
@@ -47,67 +35,60 @@ TEST(ImageCache, keepsBothPicturesOfOneKeyAndFindsTheOlder)
     ImageCache cache;
     const Image first = picture(Qt::red);
     const Image second = picture(Qt::blue);
-    cache.storeImage(first, key(1));
-    cache.storeImage(second, key(1));
-    EXPECT_EQ(cache.imageForKey(key(1)), first);
-    cache.removeImageForKey(key(1));
-    EXPECT_EQ(cache.imageForKey(key(1)), second);
-    cache.removeImageForKey(key(1));
-    EXPECT_TRUE(cache.imageForKey(key(1)).isNull());
+    cache.storeImage(first, u"1"_s);
+    cache.storeImage(second, u"1"_s);
+    for (const Image &expected : {first, second, Image()}) {
+        EXPECT_EQ(cache.imageForKey(u"1"_s), expected);
+        cache.removeImageForKey(u"1"_s);
+    }
 }
 
 TEST(ImageCache, takesNeitherNothingNorANamelessPicture)
 {
     ImageCache cache;
-    cache.storeImage(Image(), key(1));
+    cache.storeImage(Image(), u"1"_s);
     cache.storeImage(picture(Qt::red), QString());
-    EXPECT_TRUE(cache.imageForKey(key(1)).isNull());
+    EXPECT_TRUE(cache.imageForKey(u"1"_s).isNull());
     EXPECT_TRUE(cache.imageForKey(QString()).isNull());
 }
 
-TEST(ImageStore, keepsAPictureWithItsTransparencyAsTiff)
-{
+class ImageStoreTest : public testing::Test {
+protected:
     const TemporaryContainer container;
-    const ImageStore store(container.directories().container);
+    const ImageStore store{container.directories().container};
+};
+
+TEST_F(ImageStoreTest, keepsAPictureWithItsTransparencyAsTiff)
+{
     const QImage pixels = picture(QColor(200, 40, 10, 77), {320, 320}).render({320, 320});
-    store.storeImage(Image::fromPixels(pixels), QStringLiteral("12345"));
-    EXPECT_TRUE(store.filePathForKey(QStringLiteral("12345")).endsWith(QLatin1String("/ImageStore/12345.tif")));
-    EXPECT_EQ(QImageReader(store.filePathForKey(QStringLiteral("12345"))).format(), "tiff");
-    EXPECT_EQ(store.imageForKey(QStringLiteral("12345")).render({320, 320}), pixels);
-
-    store.removeImageForKey(QStringLiteral("12345"));
-    EXPECT_FALSE(QFile::exists(store.filePathForKey(QStringLiteral("12345"))));
-    EXPECT_TRUE(store.imageForKey(QStringLiteral("12345")).isNull());
+    store.storeImage(Image::fromPixels(pixels), u"12345"_s);
+    const QString path = store.filePathForKey(u"12345"_s);
+    EXPECT_TRUE(path.endsWith("/ImageStore/12345.tif"_L1));
+    EXPECT_EQ(QImageReader(path).format(), "tiff");
+    EXPECT_EQ(store.imageForKey(u"12345"_s).render({320, 320}), pixels);
+    store.removeImageForKey(u"12345"_s);
+    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_TRUE(store.imageForKey(u"12345"_s).isNull());
 }
 
-TEST(ImageStore, storesNoMorePixelsThanAreEverShown)
+TEST_F(ImageStoreTest, storesNoMorePixelsThanAreEverShown)
 {
-    const TemporaryContainer container;
-    const ImageStore store(container.directories().container);
-    store.storeImage(picture(Qt::green, {4000, 1000}), QStringLiteral("1"));
-    EXPECT_EQ(QImageReader(store.filePathForKey(QStringLiteral("1"))).size(), QSize(640, 160));
+    store.storeImage(picture(Qt::green, {4000, 1000}), u"1"_s);
+    EXPECT_EQ(QImageReader(store.filePathForKey(u"1"_s)).size(), QSize(640, 160));
 }
 
-TEST(ImageStore, hasNothingUnderKeysThatAreNoFileNames)
+TEST_F(ImageStoreTest, hasNothingUnderKeysThatAreNoFileNamesAndInDamagedFiles)
 {
-    const TemporaryContainer container;
-    const QString outside = container.write(QStringLiteral("data/outside.tif"), "user's own");
-    const ImageStore store(container.directories().container);
-    for (const QString &hostile : {QString(), QStringLiteral("../outside"), QStringLiteral("/etc/passwd")}) {
+    const QString outside = container.write(u"data/outside.tif"_s, "user's own");
+    for (const QString &hostile : {QString(), u"../outside"_s, u"/etc/passwd"_s}) {
         EXPECT_TRUE(store.filePathForKey(hostile).isEmpty());
         store.storeImage(picture(Qt::red), hostile);
         store.removeImageForKey(hostile);
         EXPECT_TRUE(store.imageForKey(hostile).isNull());
     }
     EXPECT_EQ(TemporaryContainer::read(outside), "user's own");
-}
-
-TEST(ImageStore, treatsADamagedFileAsNoPicture)
-{
-    const TemporaryContainer container;
-    const ImageStore store(container.directories().container);
-    container.write(QStringLiteral("data/ImageStore/9.tif"), "no picture at all");
-    EXPECT_TRUE(store.imageForKey(QStringLiteral("9")).isNull());
+    container.write(u"data/ImageStore/9.tif"_s, "no picture at all");
+    EXPECT_TRUE(store.imageForKey(u"9"_s).isNull());
 }
 
 } // namespace

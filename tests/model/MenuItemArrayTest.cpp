@@ -13,50 +13,39 @@
 namespace Orbita {
 namespace {
 
-QStringList texts(std::initializer_list<const char *> names)
+using namespace Qt::StringLiterals;
+
+QVariantMap core(const QString &name)
 {
-    QStringList result;
-    for (const char *name : names)
-        result.append(QString::fromUtf8(name));
-    return result;
+    return {{u"class"_s, u"CoreMenuItem"_s}, {u"name"_s, name}};
 }
 
-QVariantMap core(const char *name)
+QVariantMap link(const QString &name)
 {
-    return {{QStringLiteral("class"), QStringLiteral("CoreMenuItem")},
-            {QStringLiteral("name"), QString::fromUtf8(name)}};
+    return {{u"class"_s, u"LinkMenuItem"_s}, {u"name"_s, name}};
 }
 
-QVariantMap link(const char *name)
-{
-    return {{QStringLiteral("class"), QStringLiteral("LinkMenuItem")},
-            {QStringLiteral("name"), QString::fromUtf8(name)}};
-}
-
-const QVariantMap broken{{QStringLiteral("class"), QStringLiteral("AppMenuItem")}};
+const QVariantMap broken{{u"class"_s, u"AppMenuItem"_s}};
+const QStringList withoutFinder{u"Launchpad"_s, u"App Store"_s, u"iTunes"_s, u"Safari"_s, u"Mail"_s};
 
 struct MenuItemArrayTest : testing::Test {
     MemoryDesktop desktop;
+    const QString file = desktop.container.itemFile();
 
     MenuItemArray array()
     {
         return {desktop.container.directories().container, desktop.defaults, desktop.settings, desktop.services};
     }
-    void plant(const QVariantList &entries)
+    void plant(const QVariantList &entries) const
     {
-        ASSERT_TRUE(PropertyList::write(desktop.container.itemFile(), entries, PropertyList::Format::Binary));
+        ASSERT_TRUE(PropertyList::write(file, entries, PropertyList::Format::Binary));
     }
     [[nodiscard]] QStringList storedNames() const
     {
         QStringList names;
-        const auto root = PropertyList::read(desktop.container.itemFile());
-        for (const QVariant &stored : root ? root->toList() : QVariantList())
-            names.append(stored.toMap().value(QStringLiteral("name")).toString());
+        for (const QVariant &stored : PropertyList::read(file)->toList())
+            names.append(stored.toMap().value(u"name"_s).toString());
         return names;
-    }
-    [[nodiscard]] QStringList setAside() const
-    {
-        return QDir(desktop.container.directories().container).entryList({QStringLiteral("menuItems.plist.damaged-*")});
     }
 };
 
@@ -76,127 +65,102 @@ TEST_P(Load, followsTheFileAndTheFinderSetting)
     desktop.settings.setShowFinder(row.showFinder);
     if (row.file)
         plant(*row.file);
-    const QByteArray before = TemporaryContainer::read(desktop.container.itemFile());
+    const QByteArray before = TemporaryContainer::read(file);
     MenuItemArray items = array();
     EXPECT_EQ(MemoryDesktop::names(items), row.expected);
     EXPECT_EQ(items.refresh(), row.allMade);
     if (row.file)
-        EXPECT_EQ(TemporaryContainer::read(desktop.container.itemFile()), before) << "loading must not write";
+        EXPECT_EQ(TemporaryContainer::read(file), before) << "loading must not write";
     else
         EXPECT_EQ(storedNames(), row.expected) << "the first list is saved at once";
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Files, Load,
-    testing::Values(LoadRow{"no file makes the six core entries", std::nullopt, true,
-                            texts({"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail"})},
-                    LoadRow{"no file without Finder makes five", std::nullopt, false,
-                            texts({"Launchpad", "App Store", "iTunes", "Safari", "Mail"})},
-                    LoadRow{"Finder comes in front of other entries", QVariantList{link("a")}, true,
-                            texts({"Finder", "a"})},
-                    LoadRow{"a stored Finder stays where it is", QVariantList{link("a"), core("Finder")}, true,
-                            texts({"a", "Finder"})},
-                    LoadRow{"a hidden Finder is left out", QVariantList{link("a"), core("Finder"), link("b")}, false,
-                            texts({"a", "b"})},
-                    LoadRow{"an emptied list shows Finder alone", QVariantList{}, true, texts({"Finder"})},
-                    LoadRow{"an emptied list without Finder is filled again", QVariantList{}, false,
-                            texts({"Launchpad", "App Store", "iTunes", "Safari", "Mail"})},
-                    LoadRow{"nothing that can be made leaves Finder alone",
-                            QVariantList{broken, 7, QStringLiteral("x")}, true, texts({"Finder"}), false},
-                    LoadRow{"nothing that can be made without Finder", QVariantList{broken}, false,
-                            texts({"Launchpad", "App Store", "iTunes", "Safari", "Mail"}), false},
-                    LoadRow{"what cannot be made is skipped", QVariantList{core("Mail"), broken, link("a")}, true,
-                            texts({"Finder", "Mail", "a"}), false}),
-    rowName<LoadRow>);
+const LoadRow loadRows[]{
+    {"no file makes the six core entries", std::nullopt, true, QStringList(u"Finder"_s) + withoutFinder},
+    {"no file without Finder makes five", std::nullopt, false, withoutFinder},
+    {"Finder comes in front of other entries", {{link(u"a"_s)}}, true, {u"Finder"_s, u"a"_s}},
+    {"a stored Finder stays where it is", {{link(u"a"_s), core(u"Finder"_s)}}, true, {u"a"_s, u"Finder"_s}},
+    {"a hidden Finder is left out", {{link(u"a"_s), core(u"Finder"_s), link(u"b"_s)}}, false, {u"a"_s, u"b"_s}},
+    {"an emptied list shows Finder alone", QVariantList{}, true, {u"Finder"_s}},
+    {"an emptied list without Finder is filled again", QVariantList{}, false, withoutFinder},
+    {"nothing that can be made leaves Finder alone", {{broken, 7, u"x"_s}}, true, {u"Finder"_s}, false},
+    {"nothing that can be made without Finder", {{broken}}, false, withoutFinder, false},
+    {"what cannot be made is skipped", {{broken, link(u"a"_s)}}, true, {u"Finder"_s, u"a"_s}, false},
+};
+
+INSTANTIATE_TEST_SUITE_P(Files, Load, testing::ValuesIn(loadRows), rowName<LoadRow>);
 
 TEST_F(MenuItemArrayTest, takesOverTheLegacyDefaultsOnce)
 {
-    desktop.defaults.setValue(QStringLiteral("menuItems"), QVariantList{link("old")});
-    EXPECT_EQ(MemoryDesktop::names(array()), texts({"Finder", "old"}));
-    EXPECT_EQ(storedNames(), texts({"Finder", "old"}));
-    desktop.defaults.setValue(QStringLiteral("menuItems"), QVariantList{link("older")});
-    EXPECT_EQ(MemoryDesktop::names(array()), texts({"Finder", "old"}));
+    for (const QString &legacy : {u"old"_s, u"older"_s}) {
+        desktop.defaults.setValue(u"menuItems"_s, QVariantList{link(legacy)});
+        EXPECT_EQ(MemoryDesktop::names(array()), (QStringList{u"Finder"_s, u"old"_s}));
+        EXPECT_EQ(storedNames(), (QStringList{u"Finder"_s, u"old"_s}));
+    }
 }
 
-TEST_F(MenuItemArrayTest, bringsAHiddenFinderBack)
+TEST_F(MenuItemArrayTest, bringsAHiddenFinderBackToItsPlaceUntilItIsForgotten)
 {
-    plant({link("a"), link("b"), link("c"), core("Finder")});
+    plant({link(u"a"_s), core(u"Finder"_s)});
     desktop.settings.setShowFinder(false);
     MenuItemArray items = array();
-    desktop.settings.setShowFinder(true);
-    items.refresh();
-    EXPECT_EQ(MemoryDesktop::names(items), texts({"a", "b", "c", "Finder"}));
-    desktop.settings.setShowFinder(false);
-    items.refresh();
+    const auto shown = [&](bool showFinder) {
+        desktop.settings.setShowFinder(showFinder);
+        items.refresh();
+        return MemoryDesktop::names(items);
+    };
+    EXPECT_EQ(shown(true), (QStringList{u"a"_s, u"Finder"_s}));
+    EXPECT_EQ(shown(false), QStringList(u"a"_s));
     items.persist();
-    EXPECT_EQ(storedNames(), texts({"a", "b", "c"}));
-    desktop.settings.setShowFinder(true);
-    items.refresh();
-    EXPECT_EQ(MemoryDesktop::names(items), texts({"Finder", "a", "b", "c"}));
+    EXPECT_EQ(storedNames(), QStringList(u"a"_s));
+    EXPECT_EQ(shown(true), (QStringList{u"Finder"_s, u"a"_s}));
 }
 
 TEST_F(MenuItemArrayTest, savesEverythingButRunningApplications)
 {
     MenuItemArray items = array();
-    const auto record = desktop.runningApplications.start(QStringLiteral("/tool.desktop"), QStringLiteral("Tool"));
+    const auto record = desktop.runningApplications.start(u"/tool.desktop"_s, u"Tool"_s);
     items.insertObject(std::make_shared<RunningAppMenuItem>(record, desktop.services), 2);
     items.removeObjectAt(0);
     items.persist();
-    EXPECT_EQ(storedNames(), texts({"Launchpad", "App Store", "iTunes", "Safari", "Mail"}));
+    EXPECT_EQ(storedNames(), withoutFinder);
 }
 
 TEST_F(MenuItemArrayTest, writesItsListBackWhenTheFileIsDeletedMeanwhile)
 {
-    plant({link("a")});
+    plant({link(u"a"_s)});
     MenuItemArray items = array();
-    ASSERT_TRUE(QFile::remove(desktop.container.itemFile()));
+    ASSERT_TRUE(QFile::remove(file));
     EXPECT_TRUE(items.refresh());
-    EXPECT_EQ(storedNames(), texts({"Finder", "a"}));
+    EXPECT_EQ(storedNames(), (QStringList{u"Finder"_s, u"a"_s}));
 }
 
-TEST_F(MenuItemArrayTest, keepsACopyOfEntriesThatItDrops)
+TEST_F(MenuItemArrayTest, keepsACopyOfEntriesThatItDropsOnce)
 {
-    plant({link("a"), broken});
-    const QByteArray before = TemporaryContainer::read(desktop.container.itemFile());
+    plant({link(u"a"_s), broken});
+    const QByteArray before = TemporaryContainer::read(file);
     MenuItemArray items = array();
-    items.persist();
-    EXPECT_EQ(storedNames(), texts({"Finder", "a"}));
-    ASSERT_EQ(setAside().size(), 1);
-    EXPECT_EQ(TemporaryContainer::read(desktop.container.directories().container + u'/' + setAside().at(0)), before);
-    items.refresh();
-    items.persist();
-    EXPECT_EQ(setAside().size(), 1) << "nothing was dropped the second time";
-}
-
-TEST_F(MenuItemArrayTest, setsADamagedFileAsideInsteadOfOverwritingIt)
-{
-    for (const QByteArray &damaged : {QByteArray(), QByteArray("<plist><array><dict>"), QByteArray("bplist00garbage"),
-                                      QByteArray("<?xml version=\"1.0\"?><plist version=\"1.0\"><dict/></plist>"),
-                                      QByteArray("<array>").repeated(100'000)}) {
-        desktop.container.write(QStringLiteral("data/menuItems.plist"), damaged);
-        const auto before = setAside();
-        EXPECT_EQ(array().count(), 6U);
-        const auto after = setAside();
-        ASSERT_EQ(after.size(), before.size() + 1);
-        for (const QString &name : after) {
-            if (!before.contains(name)) {
-                EXPECT_EQ(TemporaryContainer::read(desktop.container.directories().container + u'/' + name), damaged);
-            }
-        }
-        EXPECT_EQ(storedNames().size(), 6);
+    for (int saves = 0; saves < 2; ++saves) {
+        items.persist();
+        items.refresh();
+        EXPECT_EQ(storedNames(), (QStringList{u"Finder"_s, u"a"_s}));
+        const QFileInfo info(file);
+        const QFileInfoList aside = info.dir().entryInfoList({info.fileName() + u".damaged-*"_s});
+        ASSERT_EQ(aside.size(), 1);
+        EXPECT_EQ(TemporaryContainer::read(aside.at(0).filePath()), before);
     }
 }
 
 TEST_F(MenuItemArrayTest, holdsTenThousandEntriesAndHostileNames)
 {
-    QVariantList entries{core("Finder")};
+    QVariantList entries{core(u"Finder"_s)};
     for (int i = 0; i < 10'000; ++i)
-        entries.append(link(QByteArray("\xF0\x9F\x92\xA5 <&\"' %s %1 ").append(QByteArray::number(i)).constData()));
+        entries.append(link(u"\U0001F4A5 <&\"' %s %1 "_s + QString::number(i)));
     plant(entries);
     MenuItemArray items = array();
     ASSERT_EQ(items.count(), 10'001U);
     items.persist();
-    EXPECT_EQ(PropertyList::read(desktop.container.itemFile())->toList(), entries);
+    EXPECT_EQ(PropertyList::read(file)->toList(), entries);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "model/CoreMenuItem.h"
 #include "model/RunningAppMenuItem.h"
 #include "support/MemoryDesktop.h"
-#include "support/RowName.h"
 
 #include <QFile>
 
@@ -13,35 +12,50 @@
 namespace Orbita {
 namespace {
 
-const QString safari = QStringLiteral("Safari");
+using namespace Qt::StringLiterals;
 
 QVariantMap entry(const char *className, QVariantMap others = {})
 {
-    others.insert(QStringLiteral("class"), QString::fromLatin1(className));
+    others.insert(u"class"_s, QString::fromLatin1(className));
     return others;
 }
 
-TEST(MenuItem, ofADictionaryWithoutAKnownClassIsNothing)
-{
+struct MenuItemTest : testing::Test {
     MemoryDesktop desktop;
-    EXPECT_FALSE(MenuItem::fromDictionary({{QStringLiteral("name"), safari}}, desktop.services));
-    EXPECT_FALSE(MenuItem::fromDictionary({{QStringLiteral("class"), 7}}, desktop.services));
+
+    [[nodiscard]] MenuItem::Pointer fromDictionary(const QVariantMap &stored)
+    {
+        return MenuItem::fromDictionary(stored, desktop.services);
+    }
+    [[nodiscard]] CoreMenuItem core(const char *name)
+    {
+        return CoreMenuItem(QString::fromLatin1(name), desktop.services);
+    }
+};
+
+using AppMenuItemTest = MenuItemTest;
+using CoreMenuItemTest = MenuItemTest;
+using RunningAppMenuItemTest = MenuItemTest;
+
+TEST_F(MenuItemTest, ofADictionaryWithoutAKnownClassIsNothing)
+{
+    EXPECT_FALSE(fromDictionary({{u"name"_s, u"Safari"_s}}));
+    EXPECT_FALSE(fromDictionary({{u"class"_s, 7}}));
     for (const char *unknown : {"", "MenuItem", "RunningAppMenuItem", "coremenuitem", "QObject"})
-        EXPECT_FALSE(MenuItem::fromDictionary(entry(unknown), desktop.services)) << unknown;
+        EXPECT_FALSE(fromDictionary(entry(unknown))) << unknown;
 }
 
-TEST(MenuItem, ofAKindThatCannotBeOpenedYetIsWrittenBackAsItWas)
+TEST_F(MenuItemTest, ofAKindThatCannotBeOpenedYetIsWrittenBackAsItWas)
 {
-    MemoryDesktop desktop;
     for (const char *kind : {"FileMenuItem", "LinkMenuItem", "AppleScriptMenuItem", "CollectionMenuItem"}) {
         const QVariantMap stored = entry(kind,
-                                         {{QStringLiteral("name"), QStringLiteral("Größe")},
-                                          {QStringLiteral("bookmarkData"), QByteArray("\0\1", 2)},
-                                          {QStringLiteral("subitems"), QVariantList{entry("CoreMenuItem")}},
-                                          {QStringLiteral("from another version"), 3.5}});
-        const auto item = MenuItem::fromDictionary(stored, desktop.services);
+                                         {{u"name"_s, u"Größe"_s},
+                                          {u"bookmarkData"_s, QByteArray("\0\1", 2)},
+                                          {u"subitems"_s, QVariantList{entry("CoreMenuItem")}},
+                                          {u"from another version"_s, 3.5}});
+        const auto item = fromDictionary(stored);
         ASSERT_TRUE(item) << kind;
-        EXPECT_EQ(item->name(), QStringLiteral("Größe"));
+        EXPECT_EQ(item->name(), u"Größe"_s);
         EXPECT_FALSE(item->image().isNull());
         EXPECT_EQ(item->dictionaryRepresentation(), stored) << kind;
         item->open();
@@ -49,86 +63,61 @@ TEST(MenuItem, ofAKindThatCannotBeOpenedYetIsWrittenBackAsItWas)
     }
 }
 
-struct BundleRow {
-    const char *name;
-    const char *bundle;
-    const char *executable;
-    bool holds;
-};
-
-class BundleHoldsExecutable : public testing::TestWithParam<BundleRow> {};
-
-TEST_P(BundleHoldsExecutable, unlessItIsNestedOrElsewhere)
+TEST(BundleHoldsExecutable, unlessItIsNestedOrElsewhere)
 {
-    EXPECT_EQ(bundleHoldsExecutable(QString::fromUtf8(GetParam().bundle), QString::fromUtf8(GetParam().executable)),
-              GetParam().holds);
+    EXPECT_TRUE(bundleHoldsExecutable(u"/opt/X.app"_s, u"/opt/X.app/bin/X"_s));
+    EXPECT_TRUE(bundleHoldsExecutable(u"/opt/X.AppImage"_s, u"/opt/X.AppImage"_s)) << "the bundle itself runs";
+    EXPECT_FALSE(bundleHoldsExecutable(u"/opt/X.app"_s, u"/opt/X.app/lib/Y.app/bin/Y"_s)) << "nested inside";
+    EXPECT_FALSE(bundleHoldsExecutable(u"/opt/X.app"_s, u"/other/opt/X.app/bin/X"_s)) << "further down";
+    EXPECT_FALSE(bundleHoldsExecutable({}, u"/usr/bin/x"_s));
+    EXPECT_FALSE(bundleHoldsExecutable(u"/opt/X.app"_s, {}));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Bundles, BundleHoldsExecutable,
-    testing::Values(BundleRow{"its own program", "/opt/X.app", "/opt/X.app/bin/X", true},
-                    BundleRow{"an application nested inside", "/opt/X.app", "/opt/X.app/lib/Y.app/bin/Y", false},
-                    BundleRow{"the same path further down", "/opt/X.app", "/other/opt/X.app/bin/X", false},
-                    BundleRow{"the bundle file itself runs", "/opt/Tool.AppImage", "/opt/Tool.AppImage", true},
-                    BundleRow{"no bundle", "", "/usr/bin/x", false},
-                    BundleRow{"no executable known", "/opt/X.app", "", false}),
-    rowName<BundleRow>);
-
-TEST(AppMenuItem, comesBackFromItsDictionaryAlsoAfterARename)
+TEST_F(AppMenuItemTest, comesBackFromItsDictionaryAlsoAfterARename)
 {
-    MemoryDesktop desktop;
-    const QString path = desktop.plantApplication(QStringLiteral("tools/Calculator.desktop"));
-    desktop.workspace.displayNames.insert(path, QStringLiteral("Calculator"));
+    const QString path = desktop.plantApplication(u"tools/Calculator.desktop"_s);
+    desktop.workspace.displayNames.insert(path, u"Calculator"_s);
     const auto item = AppMenuItem::fromPath(path, desktop.services);
     ASSERT_TRUE(item);
-    EXPECT_EQ(item->name(), QStringLiteral("Calculator"));
-    EXPECT_EQ(item->identity(), QStringLiteral("AppMenuItem") + path);
-
+    EXPECT_EQ(item->name(), u"Calculator"_s);
+    EXPECT_EQ(item->identity(), u"AppMenuItem"_s + path);
     const QVariantMap stored = *item->dictionaryRepresentation();
-    EXPECT_EQ(stored.keys(),
-              (QStringList{QStringLiteral("bookmarkData"), QStringLiteral("class"), QStringLiteral("name")}));
-    EXPECT_EQ(MenuItem::fromDictionary(stored, desktop.services)->dictionaryRepresentation(), stored);
+    EXPECT_EQ(stored.keys(), (QStringList{u"bookmarkData"_s, u"class"_s, u"name"_s}));
+    EXPECT_EQ(fromDictionary(stored)->dictionaryRepresentation(), stored);
 
-    const QString renamed = desktop.container.path(QStringLiteral("tools/Abacus.desktop"));
+    const QString renamed = desktop.container.path(u"tools/Abacus.desktop"_s);
     ASSERT_TRUE(QFile::rename(path, renamed));
-    const auto found = MenuItem::fromDictionary(stored, desktop.services);
+    const auto found = fromDictionary(stored);
     ASSERT_TRUE(found);
-    EXPECT_EQ(found->identity(), QStringLiteral("AppMenuItem") + renamed);
-    EXPECT_NE(found->dictionaryRepresentation()->value(QStringLiteral("bookmarkData")),
-              stored.value(QStringLiteral("bookmarkData")));
-
+    EXPECT_EQ(found->identity(), u"AppMenuItem"_s + renamed);
+    EXPECT_NE(found->dictionaryRepresentation()->value(u"bookmarkData"_s), stored.value(u"bookmarkData"_s));
     ASSERT_TRUE(QFile::remove(renamed));
-    EXPECT_FALSE(MenuItem::fromDictionary(stored, desktop.services));
+    EXPECT_FALSE(fromDictionary(stored));
 }
 
-TEST(AppMenuItem, needsABookmark)
+TEST_F(AppMenuItemTest, needsABookmark)
 {
-    MemoryDesktop desktop;
-    EXPECT_FALSE(AppMenuItem::fromPath(desktop.container.path(QStringLiteral("gone.desktop")), desktop.services));
-    EXPECT_FALSE(MenuItem::fromDictionary(entry("AppMenuItem"), desktop.services));
-    for (const QVariant &bookmark : {QVariant(QStringLiteral("text")), QVariant(QByteArray("rubbish")), QVariant(7)})
-        EXPECT_FALSE(MenuItem::fromDictionary(entry("AppMenuItem", {{QStringLiteral("bookmarkData"), bookmark}}),
-                                              desktop.services));
+    EXPECT_FALSE(AppMenuItem::fromPath(desktop.container.path(u"gone.desktop"_s), desktop.services));
+    for (const QVariant &bookmark : {QVariant(), QVariant(u"text"_s), QVariant(QByteArray("rubbish")), QVariant(7)})
+        EXPECT_FALSE(fromDictionary(entry("AppMenuItem", {{u"bookmarkData"_s, bookmark}})));
 }
 
-TEST(AppMenuItem, asksForItsIconOnce)
+TEST_F(AppMenuItemTest, asksForItsIconOnce)
 {
-    MemoryDesktop desktop;
-    const auto item = AppMenuItem::fromPath(desktop.plantApplication(QStringLiteral("a.desktop")), desktop.services);
+    const auto item = AppMenuItem::fromPath(desktop.plantApplication(u"a.desktop"_s), desktop.services);
     EXPECT_EQ(item->image(), item->image());
     EXPECT_EQ(desktop.workspace.iconRequests, 1);
     EXPECT_EQ(item->image().size(), QSizeF(320, 320));
 }
 
-TEST(AppMenuItem, comesForwardWhenItRunsAndIsLaunchedOtherwise)
+TEST_F(AppMenuItemTest, comesForwardWhenItRunsAndIsLaunchedOtherwise)
 {
-    MemoryDesktop desktop;
-    const QString path = desktop.plantApplication(QStringLiteral("a.desktop"));
+    const QString path = desktop.plantApplication(u"a.desktop"_s);
     const auto item = AppMenuItem::fromPath(path, desktop.services);
     item->open();
-    EXPECT_EQ(desktop.workspace.actions, QStringList(QStringLiteral("launch ") + path));
+    EXPECT_EQ(desktop.workspace.actions, QStringList(u"launch "_s + path));
 
-    const auto record = desktop.runningApplications.start(path, QStringLiteral("A"));
+    const auto record = desktop.runningApplications.start(path, u"A"_s);
     EXPECT_TRUE(item->isRunning());
     item->open();
     EXPECT_EQ(desktop.runningApplications.activated, std::vector{record.serial});
@@ -142,71 +131,63 @@ TEST(AppMenuItem, comesForwardWhenItRunsAndIsLaunchedOtherwise)
     EXPECT_EQ(desktop.workspace.actions.size(), 2);
 }
 
-TEST(AppMenuItem, matchesItsDesktopFileWhereverTheCopyLies)
+TEST_F(AppMenuItemTest, matchesItsDesktopFileWhereverTheCopyLies)
 {
-    MemoryDesktop desktop;
-    const auto item
-        = AppMenuItem::fromPath(desktop.plantApplication(QStringLiteral("desk/org.a.Tool.desktop")), desktop.services);
-    EXPECT_TRUE(item->representsRunningApplication(
-        desktop.runningApplications.start(QStringLiteral("/usr/share/applications/org.a.Tool.desktop"), {})));
-    EXPECT_FALSE(item->representsRunningApplication(
-        desktop.runningApplications.start(QStringLiteral("/usr/share/applications/org.b.Tool.desktop"), {})));
-    EXPECT_FALSE(item->representsRunningApplication(desktop.runningApplications.start({}, {})));
+    const auto item = AppMenuItem::fromPath(desktop.plantApplication(u"desk/org.a.Tool.desktop"_s), desktop.services);
+    const auto represents = [&](const QString &path) {
+        return item->representsRunningApplication(desktop.runningApplications.start(path, {}));
+    };
+    EXPECT_TRUE(represents(u"/usr/share/applications/org.a.Tool.desktop"_s));
+    EXPECT_FALSE(represents(u"/usr/share/applications/org.b.Tool.desktop"_s));
+    EXPECT_FALSE(represents({}));
 }
 
-TEST(CoreMenuItem, standsForTheApplicationThatPlaysItsRole)
+TEST_F(CoreMenuItemTest, standsForTheApplicationThatPlaysItsRole)
 {
-    MemoryDesktop desktop;
-    CoreMenuItem item(safari, desktop.services);
-    EXPECT_EQ(item.identity(), QStringLiteral("CoreMenuItemSafari"));
-    EXPECT_EQ(item.image(), Image::named(safari));
+    CoreMenuItem item = core("Safari");
+    EXPECT_EQ(item.identity(), u"CoreMenuItemSafari"_s);
+    EXPECT_EQ(item.image(), Image::named(u"Safari"_s));
     item.open(); // nobody plays the role: logged
-    item.openPath(QStringLiteral("/a.html"));
+    item.openPath(u"/a.html"_s);
     EXPECT_TRUE(desktop.workspace.actions.isEmpty());
 
-    const QString browser = QStringLiteral("/usr/share/applications/browser.desktop");
-    desktop.workspace.coreApplications.insert(safari, browser);
+    const QString browser = u"/usr/share/applications/browser.desktop"_s;
+    desktop.workspace.coreApplications.insert(u"Safari"_s, browser);
     item.open();
-    item.openPath(QStringLiteral("/a.html"));
-    EXPECT_EQ(desktop.workspace.actions,
-              (QStringList{QStringLiteral("launch ") + browser, QStringLiteral("open /a.html with ") + browser}));
+    item.openPath(u"/a.html"_s);
+    EXPECT_EQ(desktop.workspace.actions, (QStringList{u"launch "_s + browser, u"open /a.html with "_s + browser}));
 
-    desktop.runningApplications.start(QStringLiteral("/other.desktop"), QStringLiteral("Other"));
+    desktop.runningApplications.start(u"/other.desktop"_s, u"Other"_s);
     EXPECT_FALSE(item.isRunning());
-    const auto byRole = desktop.runningApplications.start(browser, QStringLiteral("Web"));
+    const auto byRole = desktop.runningApplications.start(browser, u"Web"_s);
     EXPECT_TRUE(item.isRunning());
     desktop.runningApplications.terminate(byRole);
-    desktop.runningApplications.start(QStringLiteral("/another.desktop"), safari);
+    desktop.runningApplications.start(u"/another.desktop"_s, u"Safari"_s);
     EXPECT_TRUE(item.isRunning());
 }
 
-TEST(CoreMenuItem, takesFilesUnlessItsRoleHasNoUseForThem)
+TEST_F(CoreMenuItemTest, takesFilesUnlessItsRoleHasNoUseForThem)
 {
-    MemoryDesktop desktop;
     for (const char *name : {"Finder", "iTunes", "Safari", "Mail"})
-        EXPECT_TRUE(CoreMenuItem(QString::fromLatin1(name), desktop.services).canOpenPath({})) << name;
+        EXPECT_TRUE(core(name).canOpenPath({})) << name;
     for (const char *name : {"Launchpad", "App Store"})
-        EXPECT_FALSE(CoreMenuItem(QString::fromLatin1(name), desktop.services).canOpenPath({})) << name;
+        EXPECT_FALSE(core(name).canOpenPath({})) << name;
 }
 
-TEST(CoreMenuItem, ofAnUnknownNameHasAPictureAllTheSame)
+TEST_F(CoreMenuItemTest, ofAnUnknownNameHasAPictureAllTheSame)
 {
-    MemoryDesktop desktop;
     for (const char *name : {"", "Nothing", "../../etc/passwd"})
-        EXPECT_FALSE(CoreMenuItem(QString::fromLatin1(name), desktop.services).image().render({32, 32}).isNull());
+        EXPECT_FALSE(core(name).image().render({32, 32}).isNull()) << name;
 }
 
-TEST(RunningAppMenuItem, isGreyUntilItIsColoredAndBack)
+TEST_F(RunningAppMenuItemTest, isGreyUntilItIsColoredAndBack)
 {
-    MemoryDesktop desktop;
     QImage red(8, 8, QImage::Format_ARGB32_Premultiplied);
     red.fill(Qt::red);
     RunningApplication record;
-    record.localizedName = QStringLiteral("Tool");
     record.icon = Image::fromPixels(red);
     RunningAppMenuItem item(desktop.runningApplications.add(record), desktop.services);
     const auto color = [&] { return item.image().render({8, 8}).pixelColor(4, 4); };
-
     const QColor grey = color();
     EXPECT_EQ(grey.red(), grey.green());
     EXPECT_EQ(grey.red(), grey.blue());
@@ -217,12 +198,11 @@ TEST(RunningAppMenuItem, isGreyUntilItIsColoredAndBack)
     EXPECT_EQ(color(), grey);
 }
 
-TEST(RunningAppMenuItem, isNeverStoredAndComesForward)
+TEST_F(RunningAppMenuItemTest, isNeverStoredAndComesForward)
 {
-    MemoryDesktop desktop;
-    const QString path = QStringLiteral("/usr/share/applications/tool.desktop");
-    const auto record = desktop.runningApplications.start(path, QStringLiteral("Tool"));
-    const auto twin = desktop.runningApplications.start(path, QStringLiteral("Tool"));
+    const QString path = u"/usr/share/applications/tool.desktop"_s;
+    const auto record = desktop.runningApplications.start(path, u"Tool"_s);
+    const auto twin = desktop.runningApplications.start(path, u"Tool"_s);
     RunningAppMenuItem item(twin, desktop.services);
     EXPECT_FALSE(item.dictionaryRepresentation());
     EXPECT_FALSE(item.image().render({32, 32}).isNull()); // it has no icon of its own
@@ -231,31 +211,27 @@ TEST(RunningAppMenuItem, isNeverStoredAndComesForward)
     EXPECT_EQ(desktop.runningApplications.activated, std::vector{twin.serial});
     desktop.runningApplications.terminate(twin);
     item.open();
-    EXPECT_EQ(desktop.workspace.actions, QStringList(QStringLiteral("launch ") + path));
+    EXPECT_EQ(desktop.workspace.actions, QStringList(u"launch "_s + path));
 }
 
-TEST(Quit, asksTheCompanionToEndTheFirstMatchOnly)
+TEST_F(MenuItemTest, asksTheCompanionToQuitTheFirstMatchOnly)
 {
-    MemoryDesktop desktop;
-    const QString path = desktop.plantApplication(QStringLiteral("a.desktop"));
+    const QString path = desktop.plantApplication(u"a.desktop"_s);
     const auto item = AppMenuItem::fromPath(path, desktop.services);
     desktop.toolkit.isReachable = true;
     EXPECT_FALSE(item->canQuit());
     item->quit();
     EXPECT_TRUE(desktop.toolkit.sent.empty());
 
-    const auto first = desktop.runningApplications.start(path, QStringLiteral("A"));
-    desktop.runningApplications.start(path, QStringLiteral("A"));
+    const auto first = desktop.runningApplications.start(path, u"A"_s);
+    desktop.runningApplications.start(path, u"A"_s);
     EXPECT_TRUE(item->canQuit());
     item->quit();
-    ASSERT_EQ(desktop.toolkit.sent.size(), 1U);
-    EXPECT_EQ(desktop.toolkit.sent[0].name(), QStringLiteral("terminate"));
-    EXPECT_EQ(desktop.toolkit.sent[0].valueForParameter(QStringLiteral("processId")),
-              QString::number(first.processIdentifier));
-
     desktop.toolkit.isReachable = false;
     item->quit();
-    EXPECT_EQ(desktop.toolkit.sent.size(), 1U);
+    ASSERT_EQ(desktop.toolkit.sent.size(), 1U);
+    EXPECT_EQ(desktop.toolkit.sent[0].name(), u"terminate"_s);
+    EXPECT_EQ(desktop.toolkit.sent[0].valueForParameter(u"processId"_s), QString::number(first.processIdentifier));
 }
 
 } // namespace

@@ -13,8 +13,7 @@
 namespace Orbita {
 namespace {
 
-const QStringList coreEntries{QStringLiteral("Finder"), QStringLiteral("Launchpad"), QStringLiteral("App Store"),
-                              QStringLiteral("iTunes"), QStringLiteral("Safari"),    QStringLiteral("Mail")};
+using namespace Qt::StringLiterals;
 
 QByteArray encoded(const QVariant &root)
 {
@@ -23,28 +22,22 @@ QByteArray encoded(const QVariant &root)
 
 QVariantMap entry(const QString &className, const QString &name)
 {
-    return {{QStringLiteral("class"), className}, {QStringLiteral("name"), name}};
+    return {{u"class"_s, className}, {u"name"_s, name}};
 }
 
 QVariantMap coreEntry(const char *name)
 {
-    return entry(QStringLiteral("CoreMenuItem"), QLatin1String(name));
+    return entry(u"CoreMenuItem"_s, QLatin1String(name));
 }
 
-/// The present item file holds \a names.
-void waitUntilStored(const OrbitaSession &session, const QStringList &names)
-{
-    waitUntil(
-        [&] { return session.storedNames() == names; },
-        [&] { return QStringLiteral("the file holds the entries; it holds ") + session.storedNames().join(u", "); });
-}
-
-struct DamagedFile {
+/// A file that a test plants. Made when it is needed: some are huge.
+struct PlantedFile {
     const char *name;
+    const char *file;
     QByteArray (*content)();
 };
 
-class DamagedItemFile : public testing::TestWithParam<DamagedFile> {};
+class DamagedItemFile : public testing::TestWithParam<PlantedFile> {};
 
 TEST_P(DamagedItemFile, isSetAsideAndTheRingStartsAnew)
 {
@@ -53,22 +46,23 @@ TEST_P(DamagedItemFile, isSetAsideAndTheRingStartsAnew)
     session.desktop().folders().write(session.itemFile(), content);
     session.show();
     session.waitForNames(coreEntries);
-    waitUntilStored(session, coreEntries);
+    session.waitUntilStored(coreEntries);
     EXPECT_TRUE(OrbitaSession::setAside(session.itemFile()) == QList<QByteArray>{content});
     session.dismiss();
 }
 
-const DamagedFile damagedFiles[]{
-    {"empty", [] { return QByteArray(); }},
-    {"truncated",
+const PlantedFile damagedFiles[]{
+    {"empty", "", [] { return QByteArray(); }},
+    {"200 megabytes", "", [] { return QByteArray(200 * 1024 * 1024, '\0'); }},
+    {"truncated", "",
      [] {
          return encoded(QVariantList{coreEntry("Finder"), coreEntry("Mail")}).chopped(20);
      }},
-    {"a dictionary instead of an array",
+    {"a dictionary instead of an array", "",
      [] {
-         return encoded(QVariantMap{{QStringLiteral("a"), 1}});
+         return encoded(QVariantMap{{u"a"_s, 1}});
      }},
-    {"nested 100000 deep",
+    {"nested 100000 deep", "",
      [] {
          constexpr int depth = 100'000;
          return "<plist version=\"1.0\">" + QByteArray("<array>").repeated(depth)
@@ -76,37 +70,20 @@ const DamagedFile damagedFiles[]{
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(BadInput, DamagedItemFile, testing::ValuesIn(damagedFiles), rowName<DamagedFile>);
-
-TEST(BadInput, itemFileOf200MegabytesIsSetAside)
-{
-    constexpr qint64 size = 200LL * 1024 * 1024;
-    OrbitaSession session;
-    session.desktop().folders().write(session.itemFile(), QByteArray());
-    ASSERT_TRUE(QFile::resize(session.itemFile(), size)); // takes no room on the disk
-    session.show();
-    session.waitForNames(coreEntries);
-    waitUntilStored(session, coreEntries);
-    const QFileInfo file(session.itemFile());
-    const QFileInfoList aside = file.dir().entryInfoList({file.fileName() + QStringLiteral(".damaged-*")});
-    ASSERT_EQ(aside.size(), 1);
-    EXPECT_EQ(aside.first().size(), size);
-    session.dismiss();
-}
+INSTANTIATE_TEST_SUITE_P(BadInput, DamagedItemFile, testing::ValuesIn(damagedFiles), rowName<PlantedFile>);
 
 TEST(BadInput, entriesOfWrongKindsAreKeptAsideAndTheOthersInPlace)
 {
-    const QVariantMap classless{{QStringLiteral("class"), QVariantList()}};
     const QByteArray content
-        = encoded(QVariantList{coreEntry("Mail"), 1, QStringLiteral("text"), QVariantList{QVariantList()}, classless,
-                               entry(QStringLiteral("NoSuchMenuItem"), QStringLiteral("unknown")),
+        = encoded(QVariantList{coreEntry("Mail"), 1, u"text"_s, QVariantList{QVariantList()},
+                               QVariantMap{{u"class"_s, QVariantList()}}, entry(u"NoSuchMenuItem"_s, u"unknown"_s),
                                QDateTime::currentDateTimeUtc(), QByteArray("bytes"), coreEntry("Safari")});
     OrbitaSession session;
     session.desktop().folders().write(session.itemFile(), content);
     session.show();
-    const QStringList kept{QStringLiteral("Finder"), QStringLiteral("Mail"), QStringLiteral("Safari")};
+    const QStringList kept{u"Finder"_s, u"Mail"_s, u"Safari"_s};
     session.waitForNames(kept);
-    waitUntilStored(session, kept);
+    session.waitUntilStored(kept);
     EXPECT_EQ(OrbitaSession::setAside(session.itemFile()), QList<QByteArray>{content});
     session.dismiss();
 }
@@ -116,19 +93,16 @@ TEST(BadInput, hostileNamesAreShownAndKept)
     QString controls;
     for (char16_t control = 1; control < 0x20; ++control)
         controls += QChar(control);
-    const QString bidirectional = QStringLiteral("\u202e\u2066txt.exe\u2067\u200f\ufeff\u2028");
-    const QString combining = QStringLiteral("e") + QString(10'000, QChar(0x301));
-    const QString percent = QStringLiteral("%s%n%1<b>&amp;\"'\\");
-    QStringList names{QStringLiteral("Finder"), QString(1'000'000, u'W'), controls, bidirectional, combining, percent};
-    QVariantList entries{coreEntry("Finder")};
-    for (const QString &name : names.mid(1))
-        entries.append(entry(QStringLiteral("FileMenuItem"), name));
-    const QByteArray content = encoded(entries);
+    const QStringList names{QString(1'000'000, u'W'), controls, u"\u202e\u2066txt.exe\u2067\u200f\ufeff\u2028"_s,
+                            u"e"_s + QString(10'000, QChar(0x301)), u"%s%n%1<b>&amp;\"'\\"_s};
+    QVariantList entries;
+    for (const QString &name : names)
+        entries.append(entry(u"FileMenuItem"_s, name));
     // With titles always shown, the names are laid out as well.
-    OrbitaSession session({}, {{QStringLiteral("titleDisplay"), 1}});
-    session.desktop().folders().write(session.itemFile(), content);
+    OrbitaSession session({}, {{u"titleDisplay"_s, 1}, {u"showFinder"_s, false}});
+    session.desktop().folders().write(session.itemFile(), encoded(entries));
     session.show();
-    waitUntil([&] { return session.items().size() == names.size(); }, QStringLiteral("all entries are shown"));
+    waitUntil([&] { return session.items().size() == names.size(); }, u"all entries are shown"_s);
     EXPECT_EQ(session.storedNames(), names);
     session.dismiss();
 }
@@ -138,12 +112,11 @@ TEST(BadInput, ringOfTenThousandEntriesAnswers)
     constexpr int count = 10'000;
     QVariantList entries{coreEntry("Finder")};
     while (entries.size() < count)
-        entries.append(entry(QStringLiteral("FileMenuItem"), QString::number(entries.size())));
+        entries.append(entry(u"FileMenuItem"_s, QString::number(entries.size())));
     OrbitaSession session;
     session.desktop().folders().write(session.itemFile(), encoded(entries));
     session.input().moveTo({640, 400});
-    ASSERT_EQ(session.orbita({QStringLiteral("show")}), 0);
-    session.waitForRing();
+    session.orbita(u"show"_s);
     session.dismiss();
     EXPECT_EQ(session.storedNames().size(), count);
 }
@@ -151,26 +124,24 @@ TEST(BadInput, ringOfTenThousandEntriesAnswers)
 TEST(BadInput, brokenDesktopFilesHideNoOthers)
 {
     OrbitaSession session;
-    const QString applications = session.desktop().folders().data() + QStringLiteral("/applications");
-    QDir().mkpath(applications + QStringLiteral("/folder.desktop"));
-    QFile::link(QStringLiteral("loop.desktop"), applications + QStringLiteral("/loop.desktop"));
-    QFile::link(QStringLiteral("."), applications + QStringLiteral("/endless"));
-    QFile::link(QStringLiteral("/nowhere"), applications + QStringLiteral("/dangling.desktop"));
     const SessionFolders &folders = session.desktop().folders();
-    folders.installApplication(QStringLiteral("bytes"), QByteArray(100'000, '\xff'));
-    folders.installApplication(QStringLiteral("groupless"), "Name=Groupless\nExec=true\n");
-    folders.installApplication(QStringLiteral("long"), "[Desktop Entry]\nName=" + QByteArray(5'000'000, 'W') + '\n');
-    const QString good = session.install(QStringLiteral("good"), QStringLiteral("Good One"),
-                                         QStringLiteral("plain-window --class good"), QStringLiteral("good"));
-    session.desktop().start(QStringLiteral("plain-window"), {QStringLiteral("--class"), QStringLiteral("good")});
-    session.windows().waitForWindow(QStringLiteral("good"));
+    const QString applications = folders.data() + u"/applications/"_s;
+    QDir().mkpath(applications + u"folder.desktop"_s);
+    QFile::link(u"loop.desktop"_s, applications + u"loop.desktop"_s);
+    QFile::link(u"."_s, applications + u"endless"_s);
+    QFile::link(u"/nowhere"_s, applications + u"dangling.desktop"_s);
+    folders.installApplication(u"bytes"_s, QByteArray(100'000, '\xff'));
+    folders.installApplication(u"groupless"_s, "Name=Groupless\nExec=true\n");
+    folders.installApplication(u"long"_s, "[Desktop Entry]\nName=" + QByteArray(5'000'000, 'W') + '\n');
+    const QString good = session.install(u"Good One"_s, u"good"_s);
+    session.startWindow(u"good"_s);
     session.show();
-    session.waitForNames(coreEntries + QStringList(QStringLiteral("Good One")));
+    session.waitForNames(coreEntries + QStringList(u"Good One"_s));
 
     QFile::remove(good);
     session.waitUntilStill();
     waitUntil([&] { return session.items().size() == coreEntries.size() + 1; },
-              QStringLiteral("what runs stays in the ring without its file"));
+              u"what runs stays in the ring without its file"_s);
     session.dismiss();
 }
 
@@ -180,29 +151,20 @@ QByteArray png(QSize size)
     image.fill(0); // black
     QByteArray bytes;
     QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
     return bytes;
 }
 
-struct BadIcon {
-    const char *name;
-    const char *file;
-    QByteArray (*content)();
-};
-
-class BadApplicationIcon : public testing::TestWithParam<BadIcon> {};
+class BadApplicationIcon : public testing::TestWithParam<PlantedFile> {};
 
 TEST_P(BadApplicationIcon, leavesAllEntriesWithAPicture)
 {
     OrbitaSession session;
     const QString icon = session.desktop().folders().write(QLatin1String(GetParam().file), GetParam().content());
-    session.install(QStringLiteral("bad-icon"), QStringLiteral("Bad Icon"), QStringLiteral("plain-window --class bad"),
-                    QStringLiteral("bad"), QStringLiteral("Icon=") + icon);
-    session.desktop().start(QStringLiteral("plain-window"), {QStringLiteral("--class"), QStringLiteral("bad")});
-    session.windows().waitForWindow(QStringLiteral("bad"));
+    session.install(u"Bad Icon"_s, u"bad"_s, {}, u"Icon="_s + icon);
+    session.startWindow(u"bad"_s);
     session.show();
-    session.waitForNames(coreEntries + QStringList(QStringLiteral("Bad Icon")));
+    session.waitForNames(coreEntries + QStringList(u"Bad Icon"_s));
     for (const ShownItem &item : session.items()) {
         const auto isDrawn = [&] {
             const QImage picture = session.desktop().screen().shot(item.rect);
@@ -210,12 +172,12 @@ TEST_P(BadApplicationIcon, leavesAllEntriesWithAPicture)
             plain.fill(picture.pixel(0, 0));
             return picture != plain;
         };
-        waitUntil(isDrawn, QStringLiteral("\"%1\" has a picture").arg(item.name));
+        waitUntil(isDrawn, u"\"%1\" has a picture"_s.arg(item.name));
     }
     session.dismiss();
 }
 
-const BadIcon badIcons[]{
+const PlantedFile badIcons[]{
     {"corrupt PNG", "icon.png",
      [] {
          return png({64, 64}).first(60) + QByteArray(500, '\x7f');
@@ -235,7 +197,7 @@ const BadIcon badIcons[]{
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(BadInput, BadApplicationIcon, testing::ValuesIn(badIcons), rowName<BadIcon>);
+INSTANTIATE_TEST_SUITE_P(BadInput, BadApplicationIcon, testing::ValuesIn(badIcons), rowName<PlantedFile>);
 
 } // namespace
 } // namespace Orbita

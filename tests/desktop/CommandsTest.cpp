@@ -8,68 +8,56 @@
 namespace Orbita {
 namespace {
 
-const QString instanceName = QStringLiteral("org.orbita.Orbita");
+using namespace Qt::StringLiterals;
+
+const QString instanceName = u"org.orbita.Orbita"_s;
 
 /// The processes of the session that are the program behind the command.
 QList<qint64> instances(OrbitaSession &session)
 {
     QList<qint64> found;
     for (const qint64 pid : session.desktop().processes().all()) {
-        if (QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(pid)).endsWith(QStringLiteral("/orbita-desktop")))
+        if (QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(pid)).endsWith(u"/orbita-desktop"_s))
             found.append(pid);
     }
     return found;
 }
 
-QProcessEnvironment withDisplay(const QString &display)
+void waitForFirstLaunch(const OrbitaSession &session)
 {
-    QProcessEnvironment environment;
-    environment.insert(QStringLiteral("DISPLAY"), display);
-    return environment;
+    waitUntil([&] { return session.defaults().value(u"launchedBefore"_s).toBool(); }, u"the launch is remembered"_s);
 }
 
-TEST(Commands, hideTheRing)
+TEST(Commands, toggleAndHideTheRing)
 {
     OrbitaSession session;
-    session.show();
-    EXPECT_EQ(session.orbita({QStringLiteral("hide")}), 0);
-    session.waitUntilHidden();
-    EXPECT_EQ(session.orbita({QStringLiteral("hide")}), 0) << "it is hidden already";
-}
-
-TEST(Commands, toggleTheRing)
-{
-    OrbitaSession session;
-    const QStringList toggle{QStringLiteral("toggle")};
     session.input().moveTo({640, 400});
-    ASSERT_EQ(session.orbita(toggle), 0);
+    session.orbita(u"toggle"_s);
     session.waitForRing();
     session.waitUntilStill();
-    ASSERT_EQ(session.orbita(toggle), 0);
+    session.orbita(u"toggle"_s);
     session.waitUntilHidden();
-    ASSERT_EQ(session.orbita(toggle), 0);
+    session.orbita(u"toggle"_s);
     session.waitForRing();
-}
-
-TEST(Commands, openTheSettings)
-{
-    OrbitaSession session;
-    ASSERT_EQ(session.orbita({QStringLiteral("settings")}), 0);
-    const WindowInfo settings = session.waitForSettings();
-    EXPECT_TRUE(settings.managed);
-    EXPECT_FALSE(session.ring());
-    session.windows().close(settings.id);
-    session.windows().waitUntilGone(withTitle(settings.title), QStringLiteral("the settings are closed"));
-    session.show();
+    session.orbita(u"hide"_s);
+    session.waitUntilHidden();
+    session.orbita(u"hide"_s); // it is hidden already
 }
 
 TEST(Commands, openTheSettingsOfTheRunningInstance)
 {
     OrbitaSession session;
-    Program &first = session.desktop().start(QStringLiteral("orbita"));
+    Program &first = session.desktop().start(u"orbita"_s);
     session.desktop().bus().waitForName(instanceName);
-    EXPECT_EQ(session.orbita({}), 0);
-    session.waitForSettings();
+    for (const QString &command : {QString(), u"settings"_s}) {
+        session.orbita(command);
+        const WindowInfo settings = session.waitForSettings();
+        EXPECT_TRUE(settings.managed);
+        EXPECT_FALSE(session.ring());
+        session.windows().close(settings.id);
+        session.windows().waitUntilGone(withTitle(settings.title), u"the settings are closed"_s);
+    }
+    session.show();
     EXPECT_EQ(session.pid(), first.pid()) << "the command has become the program itself";
     EXPECT_EQ(instances(session).size(), 1);
 }
@@ -77,12 +65,12 @@ TEST(Commands, openTheSettingsOfTheRunningInstance)
 TEST(Commands, endTheInstance)
 {
     OrbitaSession session;
-    session.show();
+    session.orbita(u"settings"_s);
+    session.waitForSettings();
     const qint64 pid = session.pid();
-    EXPECT_EQ(session.orbita({QStringLiteral("quit")}), 0);
-    waitUntil([&] { return hasEnded(pid); }, QStringLiteral("the program has ended"));
+    session.orbita(u"quit"_s);
+    waitUntil([&] { return hasEnded(pid); }, u"the program has ended"_s);
     EXPECT_FALSE(session.desktop().bus().hasOwner(instanceName));
-    EXPECT_FALSE(session.ring());
     session.show();
     EXPECT_NE(session.pid(), pid);
 }
@@ -93,8 +81,7 @@ TEST(Commands, passOnWhatASecondInstanceWasStartedFor)
     session.show();
     session.dismiss();
     // As a command does that found no instance a moment ago.
-    Program &late = session.desktop().start(QStringLiteral("orbita-desktop"), {QStringLiteral("--show")});
-    EXPECT_EQ(late.waitForExit(), 0);
+    EXPECT_EQ(session.desktop().start(u"orbita-desktop"_s, {u"--show"_s}).waitForExit(), 0);
     session.waitForRing();
     EXPECT_EQ(instances(session), QList<qint64>{session.pid()});
 }
@@ -112,16 +99,14 @@ class RefusedCommand : public testing::TestWithParam<Refused> {};
 
 TEST_P(RefusedCommand, saysWhyInOneLine)
 {
-    SessionOptions options;
-    options.sessionBus = GetParam().sessionBus;
-    options.windowManager = WindowManager::None;
-    OrbitaSession session(options);
-    const char *display = GetParam().display;
+    OrbitaSession session({.windowManager = WindowManager::None, .sessionBus = GetParam().sessionBus});
+    QProcessEnvironment environment;
+    if (GetParam().display)
+        environment.insert(u"DISPLAY"_s, QLatin1String(GetParam().display));
     const QStringList arguments = QString::fromLatin1(GetParam().command).split(u' ', Qt::SkipEmptyParts);
-    const CommandResult result
-        = session.run(arguments, display ? withDisplay(QLatin1String(display)) : QProcessEnvironment());
+    const CommandResult result = session.run(arguments, environment);
     EXPECT_EQ(result.status, GetParam().status);
-    EXPECT_EQ(result.lines, QStringList(QLatin1String("orbita: ") + QLatin1String(GetParam().line)));
+    EXPECT_EQ(result.lines, QStringList("orbita: "_L1 + QLatin1String(GetParam().line)));
     EXPECT_TRUE(instances(session).isEmpty());
 }
 
@@ -142,31 +127,25 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Commands, showTheRingWithoutASessionBus)
 {
-    SessionOptions options;
-    options.sessionBus = false;
-    OrbitaSession session(options);
+    OrbitaSession session({.sessionBus = false});
     session.input().moveTo({640, 400});
-    const CommandResult shown = session.run({QStringLiteral("show")});
+    const CommandResult shown = session.run({u"show"_s});
     EXPECT_EQ(shown.status, 0);
-    EXPECT_EQ(shown.lines.filter(QStringLiteral("bus")).size(), 1) << qPrintable(shown.lines.join(u'\n'));
-    session.waitForRing();
+    EXPECT_EQ(shown.lines.filter(u"bus"_s).size(), 1) << qPrintable(shown.lines.join(u'\n'));
     session.dismiss();
 }
 
 TEST(Commands, openTheSettingsWithTheFirstStartOnly)
 {
-    const QString launchedBefore = QStringLiteral("launchedBefore");
     OrbitaSession session;
     QFile::remove(session.defaultsFile());
-    Program &first = session.desktop().start(QStringLiteral("orbita"));
+    Program &first = session.desktop().start(u"orbita"_s);
     session.waitForSettings();
-    waitUntil([&] { return session.defaults().value(launchedBefore).toBool(); },
-              QStringLiteral("the launch is remembered"));
-    ASSERT_EQ(session.orbita({QStringLiteral("quit")}), 0);
+    waitForFirstLaunch(session);
+    session.orbita(u"quit"_s);
     EXPECT_EQ(first.waitForExit(), 0);
-
     session.show();
-    EXPECT_EQ(session.windows().matching(withClass(QStringLiteral("orbita"))).size(), 1) << "the ring alone";
+    EXPECT_EQ(session.windows().matching(withClass(u"orbita"_s)).size(), 1) << "the ring alone";
 }
 
 TEST(Commands, showTheRingInSpiteOfDamagedSettings)
@@ -176,8 +155,7 @@ TEST(Commands, showTheRingInSpiteOfDamagedSettings)
     session.desktop().folders().write(session.defaultsFile(), damaged);
     session.show();
     EXPECT_EQ(OrbitaSession::setAside(session.defaultsFile()), QList<QByteArray>{damaged});
-    waitUntil([&] { return session.defaults().value(QStringLiteral("launchedBefore")).toBool(); },
-              QStringLiteral("there are new settings"));
+    waitForFirstLaunch(session);
 }
 
 } // namespace

@@ -7,11 +7,7 @@
 
 namespace Orbita {
 
-namespace {
-
-const QString ringRole = QStringLiteral("popup menu");
-
-} // namespace
+using namespace Qt::StringLiterals;
 
 OrbitaSession::OrbitaSession(SessionOptions options, const QVariantMap &defaults)
     : m_desktop([&options] {
@@ -20,37 +16,36 @@ OrbitaSession::OrbitaSession(SessionOptions options, const QVariantMap &defaults
       }())
 {
     QVariantMap initial = defaults;
-    initial.insert(QStringLiteral("launchedBefore"), true);
-    QDir().mkpath(m_desktop.folders().configuration() + QStringLiteral("/orbita"));
+    initial.insert(u"launchedBefore"_s, true);
+    QDir().mkpath(QFileInfo(defaultsFile()).path());
     EXPECT_TRUE(PropertyList::write(defaultsFile(), initial, PropertyList::Format::Xml));
-}
-
-int OrbitaSession::orbita(const QStringList &arguments, const QProcessEnvironment &extraEnvironment)
-{
-    return run(arguments, extraEnvironment).status;
 }
 
 CommandResult OrbitaSession::run(const QStringList &arguments, const QProcessEnvironment &extraEnvironment)
 {
-    Program &command = m_desktop.start(QStringLiteral("orbita"), arguments, extraEnvironment);
+    Program &command = m_desktop.start(u"orbita"_s, arguments, extraEnvironment);
     const int status = command.waitForExit();
     return {status, command.lines()};
+}
+
+void OrbitaSession::orbita(const QString &command, const QProcessEnvironment &extraEnvironment)
+{
+    if (run(command.split(u' ', Qt::SkipEmptyParts), extraEnvironment).status != 0)
+        throw DesktopFailure(u"orbita %1 failed"_s.arg(command));
 }
 
 std::optional<WindowInfo> OrbitaSession::ring()
 {
     // The settings and the title bubbles have the same class; the ring is the square, managed one.
     return windows().find([](const WindowInfo &window) {
-        return withClass(QStringLiteral("orbita"))(window) && window.managed
-            && window.title == QStringLiteral("Orbita");
+        return withClass(u"orbita"_s)(window) && window.managed && window.title == u"Orbita"_s;
     });
 }
 
 WindowInfo OrbitaSession::show(QPoint pointer)
 {
     input().moveTo(pointer);
-    if (orbita({QStringLiteral("show")}) != 0)
-        throw DesktopFailure(QStringLiteral("orbita show failed"));
+    orbita(u"show"_s);
     const WindowInfo window = waitForRing();
     waitUntilStill();
     return window;
@@ -63,18 +58,26 @@ WindowInfo OrbitaSession::waitForRing()
     waitUntil(isShown, [this] {
         QStringList seen;
         for (const WindowInfo &window : windows().all())
-            seen.append(QStringLiteral("%1 \"%2\" managed %3 viewable %4")
-                            .arg(window.className, window.title)
-                            .arg(window.managed)
-                            .arg(window.viewable));
-        return QStringLiteral("the ring is shown; there are: ") + seen.join(u", ");
+            seen.append(u"%1 \"%2\" managed %3"_s.arg(window.className, window.title).arg(window.managed));
+        return u"the ring is shown; there are: "_s + seen.join(u", ");
     });
     return *shown;
 }
 
+void OrbitaSession::waitForGeometry(QRect geometry)
+{
+    waitUntil([&] { return ring() && ring()->geometry == geometry; }, u"the ring has its place and size"_s);
+}
+
+void OrbitaSession::waitForKeyboard()
+{
+    const WindowInfo window = waitForRing();
+    waitUntil([&] { return windows().inputFocus() == window.id; }, u"the ring has the keyboard"_s);
+}
+
 void OrbitaSession::waitUntilHidden()
 {
-    waitUntil([this] { return !ring(); }, QStringLiteral("the ring is hidden"));
+    waitUntil([this] { return !ring(); }, u"the ring is hidden"_s);
 }
 
 void OrbitaSession::activate(const WindowInfo &window)
@@ -86,22 +89,20 @@ void OrbitaSession::activate(const WindowInfo &window)
 void OrbitaSession::waitUntilActive(const WindowInfo &window)
 {
     waitUntil([&] { return windows().activeWindow() == window.id; },
-              QStringLiteral("the window \"%1\" is active").arg(window.title));
+              u"the window \"%1\" is active"_s.arg(window.title));
 }
 
 void OrbitaSession::dismiss()
 {
-    const WindowInfo window = waitForRing();
-    waitUntil([&] { return windows().inputFocus() == window.id; }, QStringLiteral("the ring has the keyboard"));
-    input().tap(QStringLiteral("Escape"));
+    waitForKeyboard();
+    input().tap(u"Escape"_s);
     waitUntilHidden();
 }
 
 WindowInfo OrbitaSession::waitForSettings()
 {
-    return windows().waitFor(
-        [](const WindowInfo &window) { return window.title.startsWith(QStringLiteral("Orbita Settings")); },
-        QStringLiteral("the settings"));
+    return windows().waitFor([](const WindowInfo &window) { return window.title.startsWith(u"Orbita Settings"_s); },
+                             u"the settings"_s);
 }
 
 void OrbitaSession::waitUntilStill()
@@ -117,17 +118,15 @@ void OrbitaSession::waitUntilStill()
             equal = std::exchange(before, now) == now ? equal + 1 : 0;
             return equal == looks;
         },
-        QStringLiteral("the ring stands still"));
+        u"the ring stands still"_s);
 }
 
 QList<ShownItem> OrbitaSession::items()
 {
     QList<ShownItem> shown;
-    const auto tree = m_desktop.accessibility().tree(QStringLiteral("orbita"));
-    if (!tree)
-        return shown;
-    for (const AccessibleItem &ringItem : tree->withRole(ringRole)) {
-        for (const AccessibleItem &item : ringItem.children)
+    const auto tree = m_desktop.accessibility().tree(u"orbita"_s);
+    for (const AccessibleItem &ring : tree ? tree->withRole(u"popup menu"_s) : QList<AccessibleItem>()) {
+        for (const AccessibleItem &item : ring.children)
             shown.append({item.name, item.extents, item.has(AccessibleState::Focused)});
     }
     return shown;
@@ -143,26 +142,23 @@ QStringList OrbitaSession::names()
 
 void OrbitaSession::waitForNames(const QStringList &expected)
 {
-    waitUntil(
-        [&] { return names() == expected; },
-        [&] {
-            return QStringLiteral("the ring holds %1; it holds %2").arg(expected.join(u", "), names().join(u", "));
-        });
+    waitUntil([&] { return names() == expected; },
+              [&] { return u"the ring holds %1; it holds %2"_s.arg(expected.join(u", "), names().join(u", ")); });
 }
 
 ShownItem OrbitaSession::item(const QString &name)
 {
-    std::optional<ShownItem> found;
+    ShownItem found;
     waitUntil(
         [&] {
             for (const ShownItem &item : items()) {
                 if (item.name == name)
                     found = item;
             }
-            return found.has_value();
+            return found.name == name;
         },
-        [&] { return QStringLiteral("the ring holds %1; it holds %2").arg(name, names().join(u", ")); });
-    return *found;
+        [&] { return u"the ring holds %1; it holds %2"_s.arg(name, names().join(u", ")); });
+    return found;
 }
 
 QString OrbitaSession::focusedItem()
@@ -186,17 +182,17 @@ void OrbitaSession::pressUntil(const QString &key, const std::function<bool()> &
             }
             return condition();
         },
-        QStringLiteral("pressing %1 has its effect").arg(key));
+        u"pressing %1 has its effect"_s.arg(key));
 }
 
 QString OrbitaSession::defaultsFile() const
 {
-    return m_desktop.folders().configuration() + QStringLiteral("/orbita/defaults.plist");
+    return m_desktop.folders().configuration() + u"/orbita/defaults.plist"_s;
 }
 
 QString OrbitaSession::itemFile() const
 {
-    return m_desktop.folders().data() + QStringLiteral("/orbita/menuItems.plist");
+    return m_desktop.folders().data() + u"/orbita/menuItems.plist"_s;
 }
 
 QVariantMap OrbitaSession::defaults() const
@@ -217,15 +213,21 @@ QStringList OrbitaSession::storedNames() const
     QStringList names;
     const auto root = PropertyList::read(itemFile());
     for (const QVariant &entry : root ? root->toList() : QVariantList())
-        names.append(entry.toMap().value(QStringLiteral("name")).toString());
+        names.append(entry.toMap().value(u"name"_s).toString());
     return names;
+}
+
+void OrbitaSession::waitUntilStored(const QStringList &names) const
+{
+    waitUntil([&] { return storedNames() == names; },
+              [&] { return u"the file holds the entries; it holds "_s + storedNames().join(u", "); });
 }
 
 QList<QByteArray> OrbitaSession::setAside(const QString &file)
 {
     QList<QByteArray> contents;
     const QFileInfo info(file);
-    for (const QFileInfo &found : info.dir().entryInfoList({info.fileName() + QStringLiteral(".damaged-*")})) {
+    for (const QFileInfo &found : info.dir().entryInfoList({info.fileName() + u".damaged-*"_s})) {
         QFile damaged(found.filePath());
         if (damaged.open(QIODevice::ReadOnly))
             contents.append(damaged.readAll());
@@ -235,30 +237,38 @@ QList<QByteArray> OrbitaSession::setAside(const QString &file)
 
 qint64 OrbitaSession::pid()
 {
-    return m_desktop.bus().pidOf(QStringLiteral("org.orbita.Orbita"));
+    return m_desktop.bus().pidOf(u"org.orbita.Orbita"_s);
 }
 
-QString OrbitaSession::install(const QString &id, const QString &name, const QString &exec, const QString &windowClass,
+QString OrbitaSession::install(const QString &name, const QString &windowClass, const QString &options,
                                const QString &others)
 {
-    const QString entry = QStringLiteral("[Desktop Entry]\nType=Application\nName=%1\nExec=%2\nStartupWMClass=%3\n%4\n")
-                              .arg(name, exec, windowClass, others);
-    return m_desktop.folders().installApplication(id, entry.toUtf8());
+    const QString entry
+        = u"[Desktop Entry]\nType=Application\nName=%1\nExec=plain-window %2\nStartupWMClass=%3\n%4\n"_s.arg(
+            name, options, windowClass, others);
+    return m_desktop.folders().installApplication(windowClass, entry.toUtf8());
+}
+
+Program &OrbitaSession::startWindow(const QString &name, const QStringList &options)
+{
+    Program &program
+        = m_desktop.start(u"plain-window"_s, QStringList{u"--class"_s, name, u"--title"_s, name} + options);
+    program.waitForOutput(u"^ready$"_s);
+    return program;
 }
 
 WindowInfo OrbitaSession::startTerminal()
 {
-    m_desktop.start(QStringLiteral("xterm"), {QStringLiteral("-geometry"), QStringLiteral("40x10+20+20")});
-    return windows().waitForWindow(QStringLiteral("XTerm"));
+    m_desktop.start(u"xterm"_s, {u"-geometry"_s, u"40x10+20+20"_s});
+    return windows().waitForWindow(terminal);
 }
 
 void OrbitaSession::installBrowser()
 {
-    install(QStringLiteral("test-browser"), QStringLiteral("Test Browser"),
-            QStringLiteral("plain-window --title browser"), QStringLiteral("browser"),
-            QStringLiteral("MimeType=x-scheme-handler/https;x-scheme-handler/http;"));
-    m_desktop.folders().write(QStringLiteral(".config/mimeapps.list"),
-                              "[Default Applications]\nx-scheme-handler/https=test-browser.desktop\n");
+    install(u"Test Browser"_s, u"browser"_s, u"--title browser"_s,
+            u"MimeType=x-scheme-handler/https;x-scheme-handler/http;"_s);
+    m_desktop.folders().write(u".config/mimeapps.list"_s,
+                              "[Default Applications]\nx-scheme-handler/https=browser.desktop\n");
 }
 
 } // namespace Orbita

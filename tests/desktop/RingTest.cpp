@@ -1,100 +1,81 @@
 // The ring on a desktop with a window manager and real applications.
 
 #include "desktop/OrbitaSession.h"
+#include "platform/ColorArchive.h"
 
 #include <QElapsedTimer>
+#include <QTransform>
 
 #include <chrono>
-#include <cmath>
 
 namespace Orbita {
 namespace {
 
-const QStringList coreEntries{QStringLiteral("Finder"), QStringLiteral("Launchpad"), QStringLiteral("App Store"),
-                              QStringLiteral("iTunes"), QStringLiteral("Safari"),    QStringLiteral("Mail")};
-const QString terminal = QStringLiteral("XTerm");
-
-/// Hides what a pointer over the ring would magnify: right of the close button, within the dead centre.
-QPoint restOf(const WindowInfo &ring)
-{
-    return ring.geometry.center();
-}
+using namespace Qt::StringLiterals;
 
 TEST(Ring, standsRoundThePointerWithTheCoreEntriesAndWhatRuns)
 {
     OrbitaSession session;
     const WindowInfo xterm = session.startTerminal();
-    session.desktop().start(QStringLiteral("mousepad"));
-    session.windows().waitForWindow(QStringLiteral("mousepad"));
-    session.windows().activate(xterm.id);
-    waitUntil([&] { return session.windows().activeWindow() == xterm.id; }, QStringLiteral("xterm is active"));
+    session.desktop().start(u"mousepad"_s);
+    session.windows().waitForWindow(u"mousepad"_s);
+    session.activate(xterm);
+    // However many windows an application has, it has one entry.
+    session.desktop().start(u"xterm"_s);
+    waitUntil([&] { return session.windows().matching(withClass(terminal)).size() == 2; }, u"two terminals"_s);
+    session.activate(xterm);
 
     const WindowInfo ring = session.show({640, 400});
     EXPECT_EQ(ring.geometry, QRect(440, 200, 400, 400));
-    waitUntil([&] { return session.windows().activeWindow() == ring.id; }, QStringLiteral("the ring has the keyboard"));
+    session.waitUntilActive(ring);
     EXPECT_TRUE(session.windows().states(ring.id).contains("_NET_WM_STATE_ABOVE"));
     EXPECT_EQ(session.windows().desktop(ring.id), 0xFFFFFFFF);
-    session.waitForNames(coreEntries + QStringList{terminal, QStringLiteral("Mousepad")});
+    session.waitForNames(coreEntries + QStringList{terminal, u"Mousepad"_s});
     EXPECT_EQ(session.storedNames(), coreEntries);
-
-    session.input().tap(QStringLiteral("Escape"));
-    session.waitUntilHidden();
-    waitUntil([&] { return session.windows().activeWindow() == xterm.id; },
-              QStringLiteral("xterm has the keyboard again"));
+    session.dismiss();
+    session.waitUntilActive(xterm);
 }
 
 TEST(Ring, standsInTheMiddleOfThePointersScreenWhenAskedTo)
 {
-    SessionOptions twoMonitors;
-    twoMonitors.monitors = {QRect(0, 0, 640, 800), QRect(640, 0, 640, 800)};
-    OrbitaSession session(twoMonitors, {{QStringLiteral("menuPositionSettings"), 2}});
-    EXPECT_EQ(session.show({700, 30}).geometry.center(), QRect(760, 200, 400, 400).center());
+    OrbitaSession session({.monitors = {QRect(0, 0, 640, 800), QRect(640, 0, 640, 800)}},
+                          {{u"menuPositionSettings"_s, 2}});
+    EXPECT_EQ(session.show({700, 30}).geometry, QRect(760, 200, 400, 400));
     session.input().moveTo({10, 790});
-    ASSERT_EQ(session.orbita({QStringLiteral("show")}), 0);
-    waitUntil([&] { return session.ring() && session.ring()->geometry == QRect(120, 200, 400, 400); },
-              QStringLiteral("the ring moves to the other screen"));
+    session.orbita(u"show"_s);
+    session.waitForGeometry(QRect(120, 200, 400, 400));
 }
 
 TEST(Ring, magnifiesAndNamesTheItemUnderThePointer)
 {
     OrbitaSession session;
     const WindowInfo ring = session.show();
-    const ShownItem resting = session.item(QStringLiteral("Launchpad"));
-    const ShownItem opposite = session.item(QStringLiteral("Safari"));
-    session.input().moveTo(resting.rect.center());
-    waitUntil([&] { return session.item(QStringLiteral("Launchpad")).rect.width() > resting.rect.width(); },
-              QStringLiteral("the item has grown"));
-    waitUntil([&] { return session.item(QStringLiteral("Safari")).rect.width() < opposite.rect.width() / 2; },
-              QStringLiteral("the item opposite has shrunk"));
-    waitUntil(
-        [&] {
-            return session.windows()
-                .find([&](const WindowInfo &window) {
-                    return withClass(QStringLiteral("orbita"))(window) && window.overrideRedirect
-                        && window.id != ring.id;
-                })
-                .has_value();
-        },
-        QStringLiteral("the title bubble is shown"));
-    session.input().moveTo(restOf(ring));
-    waitUntil([&] { return session.item(QStringLiteral("Launchpad")).rect.size() == resting.rect.size(); },
-              QStringLiteral("the items are equal again in the middle"));
+    const QRect resting = session.item(u"Launchpad"_s).rect;
+    const QRect opposite = session.item(u"Safari"_s).rect;
+    session.input().moveTo(resting.center());
+    waitUntil([&] { return session.item(u"Launchpad"_s).rect.width() > resting.width(); }, u"the item has grown"_s);
+    waitUntil([&] { return session.item(u"Safari"_s).rect.width() < opposite.width() / 2; },
+              u"the item opposite has shrunk"_s);
+    const auto isBubble = [&](const WindowInfo &window) {
+        return withClass(u"orbita"_s)(window) && window.overrideRedirect && window.id != ring.id;
+    };
+    waitUntil([&] { return session.windows().find(isBubble).has_value(); }, u"the title bubble is shown"_s);
+    session.input().moveTo(ring.geometry.center());
+    waitUntil([&] { return session.item(u"Launchpad"_s).rect.size() == resting.size(); },
+              u"the items are equal again in the middle"_s);
 }
 
 TEST(Ring, bringsARunningApplicationForwardOnClick)
 {
     OrbitaSession session;
     const WindowInfo xterm = session.startTerminal();
-    session.desktop().start(QStringLiteral("plain-window"), {QStringLiteral("--title"), QStringLiteral("cover")});
-    const WindowInfo cover = session.windows().waitFor(withTitle(QStringLiteral("cover")), QStringLiteral("cover"));
-    session.windows().activate(cover.id);
-    waitUntil([&] { return session.windows().activeWindow() == cover.id; }, QStringLiteral("the cover is active"));
+    session.startWindow(u"cover"_s);
+    session.activate(session.windows().waitForWindow(u"cover"_s));
     session.windows().iconify(xterm.id);
-
     session.show();
-    session.input().click(session.item(terminal).rect.center());
+    session.clickItem(terminal);
     session.waitUntilHidden();
-    waitUntil([&] { return session.windows().activeWindow() == xterm.id; }, QStringLiteral("xterm has come forward"));
+    session.waitUntilActive(xterm);
 }
 
 TEST(Ring, launchesAnEntryOnClick)
@@ -102,46 +83,55 @@ TEST(Ring, launchesAnEntryOnClick)
     OrbitaSession session;
     session.installBrowser();
     session.show();
-    session.input().click(session.item(QStringLiteral("Safari")).rect.center());
-    session.windows().waitFor(withTitle(QStringLiteral("browser")), QStringLiteral("the browser's window"));
+    session.clickItem(u"Safari"_s);
+    session.waitForBrowser();
     session.waitUntilHidden();
 }
 
-TEST(Ring, opensOnHoverInSwiftMode)
+TEST(Ring, opensEveryEntryOnHoverInFullSwiftMode)
 {
-    OrbitaSession session({}, {{QStringLiteral("swiftMode"), 2}});
+    OrbitaSession session({}, {{u"swiftMode"_s, 1}});
+    session.installBrowser();
+    session.show();
+    session.input().moveTo(session.item(u"Safari"_s).rect.center());
+    session.waitForBrowser();
+    session.waitUntilHidden();
+}
+
+TEST(Ring, opensWhatRunsOnHoverInTheOtherSwiftMode)
+{
+    OrbitaSession session({}, {{u"swiftMode"_s, 2}});
+    session.installBrowser();
     const WindowInfo xterm = session.startTerminal();
     session.show();
-    session.input().moveTo(session.item(QStringLiteral("Finder")).rect.center());
+    session.input().moveTo(session.item(u"Safari"_s).rect.center());
     session.waitUntilStill();
     EXPECT_TRUE(session.ring()) << "what does not run waits for a click";
     session.windows().iconify(xterm.id);
     session.input().moveTo(session.item(terminal).rect.center());
     session.waitUntilHidden();
-    waitUntil([&] { return session.windows().activeWindow() == xterm.id; }, QStringLiteral("xterm has come forward"));
+    session.waitUntilActive(xterm);
 }
 
 TEST(Ring, isChosenFromByKeyboard)
 {
     OrbitaSession session;
     const WindowInfo xterm = session.startTerminal();
-    const WindowInfo ring = session.show();
-    waitUntil([&] { return session.windows().inputFocus() == ring.id; }, QStringLiteral("the ring has the keyboard"));
+    session.show();
+    session.waitForKeyboard();
     session.item(terminal);
-
-    session.input().tap(QStringLiteral("Return"));
-    waitUntil([&] { return session.focusedItem() == QStringLiteral("Finder"); },
-              QStringLiteral("the first key only highlights the first item"));
+    session.input().tap(u"Return"_s);
+    waitUntil([&] { return session.focusedItem() == u"Finder"_s; }, u"the first key only highlights the first item"_s);
     // Within the guard a key is swallowed, so each is pressed until it has had its effect.
-    session.pressUntil(QStringLiteral("Left"), [&] { return session.focusedItem() == terminal; });
-    session.pressUntil(QStringLiteral("Return"), [&] { return session.windows().activeWindow() == xterm.id; });
+    session.pressUntil(u"Left"_s, [&] { return session.focusedItem() == terminal; });
+    session.pressUntil(u"Return"_s, [&] { return session.windows().activeWindow() == xterm.id; });
     session.waitUntilHidden();
 }
 
 /// Presses the right arrow \a times in one go and returns how long it took until the ring had taken them all.
 std::chrono::milliseconds pressRightInOneGo(OrbitaSession &session, const WindowInfo &ring, int times)
 {
-    const QList<quint8> right = session.input().keyCodes(QStringLiteral("Right"));
+    const QList<quint8> right = session.input().keyCodes(u"Right"_s);
     QElapsedTimer time;
     time.start();
     for (int i = 0; i < times; ++i) {
@@ -163,21 +153,20 @@ TEST(Ring, ignoresKeysThatFollowAtOnceButNeverEscape)
     const auto isQuickEnough = [&] {
         const WindowInfo ring = session.show();
         session.waitForNames(coreEntries);
-        waitUntil([&] { return session.windows().inputFocus() == ring.id; },
-                  QStringLiteral("the ring has the keyboard"));
+        session.waitForKeyboard();
         taken = pressRightInOneGo(session, ring, presses);
         if (taken < 4 * guard)
             return true;
         session.dismiss();
         return false;
     };
-    waitUntil(isQuickEnough, QStringLiteral("the keys are taken in less than four times the guard"));
+    waitUntil(isQuickEnough, u"the keys are taken in less than four times the guard"_s);
     const auto reached = coreEntries.indexOf(session.focusedItem());
     EXPECT_GE(reached, 0);
     EXPECT_LE(reached, taken / guard) << "of " << presses << " keys within " << taken.count() << " ms";
 
-    session.input().tap(QStringLiteral("Right"));
-    session.input().tap(QStringLiteral("Escape"));
+    session.input().tap(u"Right"_s);
+    session.input().tap(u"Escape"_s);
     session.waitUntilHidden();
     EXPECT_EQ(session.storedNames(), coreEntries);
 }
@@ -186,35 +175,35 @@ TEST(Ring, ignoresItsCloseButtonJustAfterItHasAppeared)
 {
     OrbitaSession session;
     session.input().moveTo({640, 400});
-    ASSERT_EQ(session.orbita({QStringLiteral("show")}), 0);
+    session.orbita(u"show"_s);
     const WindowInfo ring = session.waitForRing();
     session.input().click(ring.geometry.center());
     session.windows().waitUntilHandled(ring.id);
     session.waitUntilStill();
     EXPECT_TRUE(session.ring()) << "a click while the ring appears does not close it";
-    waitUntil(
-        [&] {
-            if (session.ring())
-                session.input().click(ring.geometry.center());
-            return !session.ring();
-        },
-        QStringLiteral("a later click closes the ring"));
+    const auto isClosed = [&] {
+        if (session.ring())
+            session.input().click(ring.geometry.center());
+        return !session.ring();
+    };
+    waitUntil(isClosed, u"a later click closes the ring"_s);
 }
 
 TEST(Ring, staysForAReleaseOverItAndGoesForOneOutside)
 {
     OrbitaSession session;
     const WindowInfo xterm = session.startTerminal();
-    waitUntil([&] { return session.windows().activeWindow() == xterm.id; }, QStringLiteral("xterm is active"));
+    session.waitUntilActive(xterm);
     const WindowInfo ring = session.show();
-    session.input().click(ring.geometry.center() + QPoint(60, 0));
-    session.windows().waitUntilHandled(ring.id);
-    session.waitUntilStill();
-    EXPECT_TRUE(session.ring());
+    for (const QPoint &within : {ring.geometry.center() + QPoint(60, 0), ring.geometry.topLeft() + QPoint(1, 1)}) {
+        session.input().click(within);
+        session.windows().waitUntilHandled(ring.id);
+        session.waitUntilStill();
+        EXPECT_TRUE(session.ring());
+    }
     session.input().click({1270, 790});
     session.waitUntilHidden();
-    waitUntil([&] { return session.windows().activeWindow() == xterm.id; },
-              QStringLiteral("xterm has the keyboard again"));
+    session.waitUntilActive(xterm);
 }
 
 TEST(Ring, followsApplicationsThatStartAndEnd)
@@ -222,21 +211,10 @@ TEST(Ring, followsApplicationsThatStartAndEnd)
     OrbitaSession session;
     session.show();
     session.waitForNames(coreEntries);
-    Program &xterm = session.desktop().start(QStringLiteral("xterm"));
+    Program &xterm = session.desktop().start(u"xterm"_s);
     session.waitForNames(coreEntries + QStringList(terminal));
     xterm.terminate();
     session.waitForNames(coreEntries);
-}
-
-TEST(Ring, showsAnApplicationOnceHoweverManyWindowsItHas)
-{
-    OrbitaSession session;
-    session.startTerminal();
-    session.desktop().start(QStringLiteral("xterm"));
-    waitUntil([&] { return session.windows().matching(withClass(terminal)).size() == 2; },
-              QStringLiteral("two terminals"));
-    session.show();
-    session.waitForNames(coreEntries + QStringList(terminal));
 }
 
 TEST(Ring, followsItsSettingsWhileItIsShown)
@@ -245,28 +223,25 @@ TEST(Ring, followsItsSettingsWhileItIsShown)
     session.startTerminal();
     session.show();
     session.item(terminal);
-    session.setDefault(QStringLiteral("runningAppsStyle"), 1);
+    session.setDefault(u"runningAppsStyle"_s, 1);
     session.waitForNames(coreEntries);
-    session.setDefault(QStringLiteral("showFinder"), false);
+    session.setDefault(u"showFinder"_s, false);
     session.waitForNames(coreEntries.mid(1));
-    session.setDefault(QStringLiteral("menuSizeSettings"), 2);
-    waitUntil([&] { return session.ring() && session.ring()->geometry == QRect(390, 150, 500, 500); },
-              QStringLiteral("the ring grows round its centre"));
+    session.setDefault(u"menuSizeSettings"_s, 2);
+    session.waitForGeometry(QRect(390, 150, 500, 500));
 
     const QPoint disc = session.ring()->geometry.center() + QPoint(0, 60);
     session.waitUntilStill();
     EXPECT_GT(session.desktop().screen().pixel(disc).lightness(), 200);
-    session.setDefault(
-        QStringLiteral("windowTintColor"), // black
-        QByteArray::fromBase64("BAtzdHJlYW10eXBlZIHoA4QBQISEhAdOU0NvbG9yAISECE5TT2JqZWN0AIWEAWMDhAJmZgABhg=="));
+    session.setDefault(u"windowTintColor"_s, ColorArchive::encode(Qt::black));
     session.desktop().screen().waitForPixel(
-        disc, [](QColor color) { return color.lightness() < 60; }, QStringLiteral("the disc is black"));
+        disc, [](QColor color) { return color.lightness() < 60; }, u"the disc is black"_s);
 
-    session.setDefault(QStringLiteral("magnifySettings"), false);
-    const ShownItem resting = session.item(QStringLiteral("Mail"));
-    session.input().moveTo(resting.rect.center());
+    session.setDefault(u"magnifySettings"_s, false);
+    const QRect resting = session.item(u"Mail"_s).rect;
+    session.input().moveTo(resting.center());
     session.waitUntilStill();
-    EXPECT_EQ(session.item(QStringLiteral("Mail")).rect.size(), resting.rect.size());
+    EXPECT_EQ(session.item(u"Mail"_s).rect.size(), resting.size());
 }
 
 TEST(Ring, isRearrangedByDragging)
@@ -275,24 +250,21 @@ TEST(Ring, isRearrangedByDragging)
     const WindowInfo ring = session.show();
     session.waitForNames(coreEntries);
     const QPoint centre = ring.geometry.center();
-    const QPoint from = session.item(QStringLiteral("Finder")).rect.center();
+    const QPoint from = session.item(u"Finder"_s).rect.center();
     const QPointF arm = from - centre;
     session.input().moveTo(from);
     session.input().press();
     // Clockwise along the ring by half a sector and more: past the middle of the entry that follows.
     for (int degrees = 5; degrees <= 40; degrees += 5) {
-        const double angle = degrees * M_PI / 180.0;
-        session.input().moveTo(centre
-                               + QPoint(int(std::lround(arm.x() * std::cos(angle) - arm.y() * std::sin(angle))),
-                                        int(std::lround(arm.x() * std::sin(angle) + arm.y() * std::cos(angle)))));
+        session.input().moveTo(centre + QTransform().rotate(degrees).map(arm).toPoint());
         session.windows().waitUntilHandled(ring.id);
     }
     session.input().release();
-    const QStringList moved{QStringLiteral("Launchpad"), QStringLiteral("Finder"), QStringLiteral("App Store"),
-                            QStringLiteral("iTunes"),    QStringLiteral("Safari"), QStringLiteral("Mail")};
+    QStringList moved = coreEntries;
+    moved.swapItemsAt(0, 1);
     session.waitForNames(moved);
     EXPECT_TRUE(session.ring()) << "the release over the ring leaves it open";
-    waitUntil([&] { return session.storedNames() == moved; }, QStringLiteral("the new order is in the file"));
+    session.waitUntilStored(moved);
 }
 
 } // namespace

@@ -19,7 +19,7 @@ enum class WindowManager { None, Openbox, KWin };
 struct SessionOptions {
     QSize screen{1280, 800};
     /// Monitors as parts of the screen, the primary one first; empty: one monitor, the whole screen.
-    QList<QRect> monitors;
+    QList<QRect> monitors = {};
     WindowManager windowManager = WindowManager::Openbox;
     /// Whether picom blends translucent windows. kwin_x11 does so by itself.
     bool compositor = false;

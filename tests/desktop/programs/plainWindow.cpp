@@ -1,14 +1,12 @@
 // An application of one plain window, for tests to look at and to play with. Says on its standard output what
-// happens to it, a line each: "ready", "key NAME", "pressed" (its button), "click X Y", "drop URL", "active".
+// happens to it, a line each: "ready", "click X Y", "drag", "dragged ACTION", "enter", "drop URL".
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDrag>
 #include <QDropEvent>
-#include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
-#include <QPushButton>
 #include <QTimer>
 #include <QUrl>
 #include <QWidget>
@@ -16,6 +14,8 @@
 #include <cstdio>
 
 namespace {
+
+using namespace Qt::StringLiterals;
 
 void say(const QString &line)
 {
@@ -25,8 +25,7 @@ void say(const QString &line)
 
 class PlainWindow : public QWidget {
 public:
-    PlainWindow(const QColor &color, const QUrl &draggedUrl, Qt::WindowFlags flags)
-        : QWidget(nullptr, flags), m_color(color), m_draggedUrl(draggedUrl)
+    PlainWindow(const QColor &color, const QUrl &draggedUrl) : m_color(color), m_draggedUrl(draggedUrl)
     {
         setAcceptDrops(true);
         setAttribute(Qt::WA_TranslucentBackground, color.alpha() < 255);
@@ -40,15 +39,11 @@ protected:
         painter.fillRect(rect(), m_color);
         // Not before it has been painted and its frame is settled is the window fit to be played with.
         if (!std::exchange(m_ready, true))
-            QTimer::singleShot(0, this, [] { say(QStringLiteral("ready")); });
-    }
-    void keyPressEvent(QKeyEvent *event) override
-    {
-        say(QStringLiteral("key ") + QKeySequence(event->keyCombination()).toString(QKeySequence::PortableText));
+            QTimer::singleShot(0, this, [] { say(u"ready"_s); });
     }
     void mousePressEvent(QMouseEvent *event) override
     {
-        say(QStringLiteral("click %1 %2").arg(event->pos().x()).arg(event->pos().y()));
+        say(u"click %1 %2"_s.arg(event->pos().x()).arg(event->pos().y()));
     }
     void mouseMoveEvent(QMouseEvent *) override
     {
@@ -59,25 +54,20 @@ protected:
         auto *urls = new QMimeData;
         urls->setUrls({m_draggedUrl});
         drag->setMimeData(urls);
-        say(QStringLiteral("drag"));
+        say(u"drag"_s);
         const Qt::DropAction action = drag->exec(Qt::CopyAction | Qt::LinkAction | Qt::MoveAction, Qt::CopyAction);
-        say(QStringLiteral("dragged %1").arg(action));
+        say(u"dragged %1"_s.arg(action));
     }
     void dragEnterEvent(QDragEnterEvent *event) override
     {
-        say(QStringLiteral("enter"));
+        say(u"enter"_s);
         event->acceptProposedAction();
     }
     void dropEvent(QDropEvent *event) override
     {
         for (const QUrl &url : event->mimeData()->urls())
-            say(QStringLiteral("drop ") + QString::fromLatin1(url.toEncoded()));
+            say(u"drop "_s + QString::fromLatin1(url.toEncoded()));
         event->acceptProposedAction();
-    }
-    void changeEvent(QEvent *event) override
-    {
-        if (event->type() == QEvent::ActivationChange)
-            say(isActiveWindow() ? QStringLiteral("active") : QStringLiteral("inactive"));
     }
 
 private:
@@ -85,12 +75,6 @@ private:
     QUrl m_draggedUrl;
     bool m_ready = false;
 };
-
-QRect geometryFrom(const QString &text)
-{
-    const QStringList parts = text.split(QLatin1Char(','));
-    return {parts.value(0).toInt(), parts.value(1).toInt(), parts.value(2).toInt(), parts.value(3).toInt()};
-}
 
 } // namespace
 
@@ -104,33 +88,19 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
 
     QCommandLineParser parser;
-    parser.addHelpOption();
-    const auto option = [&parser](const char *name, const char *help, const char *value, const char *preset) {
-        parser.addOption({QLatin1String(name), QLatin1String(help), QLatin1String(value), QLatin1String(preset)});
-    };
-    option("class", "Class part of WM_CLASS and name for assistive technology; -name sets the instance part.", "name",
-           "plain-window");
-    option("title", "Title of the window.", "title", "Plain window");
-    option("color", "What it is filled with; #AARRGGBB may be translucent.", "color", "#3366cc");
-    option("at", "Place and size.", "x,y,width,height", "100,100,300,200");
-    option("flags", "Sum of Qt's window flags.", "number", "1");
-    option("button", "Adds a button with this label.", "label", "");
-    option("drag", "What a press and a move start to drag.", "url", "");
-    parser.addOption({QStringLiteral("full-screen"), QStringLiteral("Fills the screen.")});
+    parser.addOptions({
+        {u"class"_s, u"Class part of WM_CLASS; -name sets the instance part."_s, u"name"_s},
+        {u"title"_s, u"Title of the window."_s, u"title"_s, u"Plain window"_s},
+        {u"color"_s, u"What it is filled with; #AARRGGBB may be translucent."_s, u"color"_s, u"#3366cc"_s},
+        {u"drag"_s, u"What a press and a move start to drag."_s, u"url"_s},
+        {u"full-screen"_s, u"Fills the screen."_s},
+    });
     parser.process(application);
 
-    PlainWindow window(QColor(parser.value(QStringLiteral("color"))), QUrl(parser.value(QStringLiteral("drag"))),
-                       Qt::WindowFlags(parser.value(QStringLiteral("flags")).toInt(nullptr, 0)));
-    window.setWindowTitle(parser.value(QStringLiteral("title")));
-    window.setGeometry(geometryFrom(parser.value(QStringLiteral("at"))));
-    if (const QString label = parser.value(QStringLiteral("button")); !label.isEmpty()) {
-        auto *button = new QPushButton(label, &window);
-        button->move(20, 20);
-        QObject::connect(button, &QPushButton::clicked, &window, [] { say(QStringLiteral("pressed")); });
-    }
-    if (parser.isSet(QStringLiteral("full-screen")))
-        window.showFullScreen();
-    else
-        window.show();
+    PlainWindow window(QColor(parser.value(u"color"_s)), QUrl(parser.value(u"drag"_s)));
+    window.setWindowTitle(parser.value(u"title"_s));
+    window.setGeometry(100, 100, 300, 200);
+    window.setWindowState(parser.isSet(u"full-screen"_s) ? Qt::WindowFullScreen : Qt::WindowNoState);
+    window.show();
     return QApplication::exec();
 }

@@ -10,11 +10,6 @@ namespace {
 const QRectF screen(0, 0, 1000, 800);
 constexpr QSizeF text{80, 16};
 
-QRectF withoutShadow(const QRectF &frame)
-{
-    return frame.adjusted(bubbleShadow, bubbleShadow, -bubbleShadow, -bubbleShadow);
-}
-
 struct Row {
     const char *name;
     QRectF item;
@@ -28,16 +23,13 @@ TEST_P(Bubble, standsAtItsItemOnTheScreen)
 {
     const Row &row = GetParam();
     const BubblePlacement placement = placeBubble(text, row.item, screen);
-    const QRectF outline = withoutShadow(placement.frame);
+    const QRectF outline = placement.frame.adjusted(bubbleShadow, bubbleShadow, -bubbleShadow, -bubbleShadow);
     EXPECT_EQ(placement.edge, row.edge);
     EXPECT_TRUE(screen.contains(outline));
     const double tip = placement.frame.x() + placement.arrow;
     EXPECT_EQ(tip == row.item.center().x(), row.isCentered) << tip;
-    if (row.edge == BubbleEdge::Bottom) {
-        EXPECT_DOUBLE_EQ(outline.y() + outline.height(), row.item.y());
-    } else {
-        EXPECT_DOUBLE_EQ(outline.y(), row.item.y() + row.item.height());
-    }
+    const bool isBelow = row.edge == BubbleEdge::Bottom;
+    EXPECT_DOUBLE_EQ(isBelow ? outline.bottom() : outline.top(), isBelow ? row.item.top() : row.item.bottom());
 
     const QRectF label = bubbleLabel(placement.frame.size(), placement.edge);
     EXPECT_GE(label.width(), text.width() + 10.0) << "five points on either side of the text";
@@ -45,7 +37,7 @@ TEST_P(Bubble, standsAtItsItemOnTheScreen)
     const QPainterPath path = bubbleOutline(placement.frame.size(), placement.edge, placement.arrow);
     EXPECT_TRUE(path.contains(label.adjusted(1, 1, -1, -1)));
     // The tip points at the item: up (small y in the window) when the bubble stands below it.
-    const double tipY = row.edge == BubbleEdge::Bottom ? path.boundingRect().top() : path.boundingRect().bottom();
+    const double tipY = isBelow ? path.boundingRect().top() : path.boundingRect().bottom();
     EXPECT_TRUE(path.intersects(QRectF(placement.arrow - 1.5, tipY - 1.5, 3, 3)));
 }
 

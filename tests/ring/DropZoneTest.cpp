@@ -1,7 +1,6 @@
 #include "ring/DropZone.h"
 
 #include "base/Angle.h"
-#include "support/RowName.h"
 
 #include <gtest/gtest.h>
 
@@ -20,53 +19,39 @@ RingLayout fourItems(double startArc = 0.0)
     return layout;
 }
 
-struct Row {
-    const char *name;
-    double degrees;
-    bool canDropOnto;
-    std::optional<DropTarget> target;
-    double startArc = 0.0;
-};
-
-class DropTargets : public testing::TestWithParam<Row> {};
-
-TEST_P(DropTargets, dependOnTheDirection)
+TEST(DropTargets, dependOnTheDirection)
 {
-    const Row &row = GetParam();
-    const auto answer = [&](ItemAddress) { return row.canDropOnto; };
-    EXPECT_EQ(dropTargetAt(fourItems(row.startArc), row.degrees * degree, answer), row.target);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Zones, DropTargets,
-    testing::Values(
-        Row{"first quarter is before", 10, true, DropTarget{{0, 0}, DropZone::Before}},
-        Row{"middle is onto", 45, true, DropTarget{{0, 0}, DropZone::Onto}},
-        Row{"last quarter is after", 80, true, DropTarget{{0, 0}, DropZone::After}},
-        Row{"first half is before where nothing can be dropped onto", 44, false, DropTarget{{0, 0}, DropZone::Before}},
-        Row{"second half is after", 46, false, DropTarget{{0, 0}, DropZone::After}},
-        Row{"the middle belongs to neither half", 45, false, std::nullopt},
-        Row{"a quarter border belongs to no zone", 22.5, true, std::nullopt},
-        Row{"the border between items belongs to none", 90, true, std::nullopt},
-        Row{"straight up is a border", 0, false, std::nullopt},
-        Row{"other sections follow on", 200, false, DropTarget{{1, 0}, DropZone::Before}},
-        Row{"a ring turned back begins left of up", 355, true, DropTarget{{0, 0}, DropZone::Before}, -20 * degree},
-        Row{"a ring turned on ends right of up", 10, true, DropTarget{{1, 1}, DropZone::After}, 20 * degree}),
-    rowName<Row>);
-
-TEST(DropTargets, askOnlyAboutTheItemInThatDirection)
-{
-    std::vector<ItemAddress> asked;
-    (void)dropTargetAt(fourItems(), 100 * degree, [&](ItemAddress item) {
-        asked.push_back(item);
-        return true;
-    });
-    EXPECT_EQ(asked, std::vector<ItemAddress>({{0, 1}}));
-}
-
-TEST(DropTargets, areNoneInAnEmptyRing)
-{
-    EXPECT_FALSE(dropTargetAt(RingLayout{}, 1.0, [](ItemAddress) { return true; }));
+    struct Row {
+        const char *name;
+        double degrees;
+        bool canDropOnto;
+        std::optional<DropTarget> target;
+        double startDegrees = 0.0;
+    };
+    for (const Row &row :
+         {Row{"first quarter is before", 10, true, DropTarget{{0, 0}, DropZone::Before}},
+          Row{"middle is onto", 45, true, DropTarget{{0, 0}, DropZone::Onto}},
+          Row{"last quarter is after", 80, true, DropTarget{{0, 0}, DropZone::After}},
+          Row{"first half is before without onto", 44, false, DropTarget{{0, 0}, DropZone::Before}},
+          Row{"second half is after", 46, false, DropTarget{{0, 0}, DropZone::After}},
+          Row{"the middle belongs to neither half", 45, false, std::nullopt},
+          Row{"a quarter border belongs to no zone", 22.5, true, std::nullopt},
+          Row{"the border between items belongs to none", 90, true, std::nullopt},
+          Row{"straight up is a border", 0, false, std::nullopt},
+          Row{"other sections follow on", 200, false, DropTarget{{1, 0}, DropZone::Before}},
+          Row{"a ring turned back begins left of up", 355, true, DropTarget{{0, 0}, DropZone::Before}, -20},
+          Row{"a ring turned on ends right of up", 10, true, DropTarget{{1, 1}, DropZone::After}, 20}}) {
+        SCOPED_TRACE(row.name);
+        std::vector<ItemAddress> asked;
+        const auto answer = [&](ItemAddress item) {
+            asked.push_back(item);
+            return row.canDropOnto;
+        };
+        const RingLayout ring = fourItems(row.startDegrees * degree);
+        EXPECT_EQ(dropTargetAt(ring, row.degrees * degree, answer), row.target);
+        EXPECT_TRUE(!row.target || asked == std::vector{row.target->item});
+    }
+    EXPECT_FALSE(dropTargetAt(RingLayout{}, 1.0, [](ItemAddress) { return true; })) << "an empty ring";
 }
 
 TEST(DropTarget, insertsBeforeOrAfterItsItem)

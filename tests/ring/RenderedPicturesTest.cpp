@@ -18,9 +18,7 @@ public:
         ++rendered;
         if (gate)
             gate->acquire();
-        if (!m_readable)
-            return {};
-        QImage pixels(devicePixels, QImage::Format_ARGB32_Premultiplied);
+        QImage pixels(m_readable ? devicePixels : QSize(), QImage::Format_ARGB32_Premultiplied);
         pixels.fill(Qt::red);
         return pixels;
     }
@@ -31,6 +29,11 @@ private:
     bool m_readable;
 };
 
+Image newImage()
+{
+    return Image::fromSource(std::make_shared<CountingSource>());
+}
+
 TEST(RenderedPictures, choosesTheClassAtOrAboveTheSize)
 {
     EXPECT_EQ(RenderedPictures::sizeClass(1), 24);
@@ -38,9 +41,8 @@ TEST(RenderedPictures, choosesTheClassAtOrAboveTheSize)
     EXPECT_EQ(RenderedPictures::sizeClass(25), 32);
     EXPECT_EQ(RenderedPictures::sizeClass(512), 512);
     EXPECT_EQ(RenderedPictures::sizeClass(4000), 512);
-    EXPECT_EQ(RenderedPictures::bytesFor(60, 100),
-              RenderedPictures::bytesFor(64, 64) + RenderedPictures::bytesFor(96, 96)
-                  + RenderedPictures::bytesFor(128, 128));
+    const auto bytesOf = [](int side) { return RenderedPictures::bytesFor(side, side); };
+    EXPECT_EQ(RenderedPictures::bytesFor(60, 100), bytesOf(64) + bytesOf(96) + bytesOf(128));
 }
 
 TEST(RenderedPictures, rendersEachClassOnceInTheBackground)
@@ -48,15 +50,12 @@ TEST(RenderedPictures, rendersEachClassOnceInTheBackground)
     const auto source = std::make_shared<CountingSource>();
     const Image image = Image::fromSource(source);
     RenderedPictures pictures;
-    int ready = 0;
-    QObject::connect(&pictures, &RenderedPictures::rendered, &pictures, [&](quintptr key) {
-        EXPECT_EQ(key, image.key());
-        ++ready;
-    });
+    std::vector<quintptr> ready;
+    QObject::connect(&pictures, &RenderedPictures::rendered, &pictures, [&](quintptr key) { ready.push_back(key); });
     EXPECT_TRUE(pictures.picture(image, 50).isNull()) << "nothing waits for the renderer";
     EXPECT_TRUE(pictures.picture(image, 60).isNull());
     pictures.waitUntilIdle();
-    EXPECT_EQ(ready, 1);
+    EXPECT_EQ(ready, std::vector{image.key()});
     EXPECT_EQ(source->rendered, 1);
     EXPECT_EQ(pictures.picture(image, 50).width(), 64);
 
@@ -64,16 +63,6 @@ TEST(RenderedPictures, rendersEachClassOnceInTheBackground)
     pictures.waitUntilIdle();
     EXPECT_EQ(pictures.picture(image, 100).width(), 128);
     EXPECT_EQ(source->rendered, 2);
-}
-
-TEST(RenderedPictures, areAtHandOncePrepared)
-{
-    RenderedPictures pictures;
-    const Image image = Image::fromSource(std::make_shared<CountingSource>());
-    pictures.prepare(image, 64);
-    pictures.waitUntilIdle();
-    EXPECT_EQ(pictures.picture(image, 64).width(), 64);
-    EXPECT_TRUE(pictures.isIdle());
 }
 
 TEST(RenderedPictures, tryAnUnreadablePictureOnce)
@@ -92,48 +81,48 @@ TEST(RenderedPictures, tryAnUnreadablePictureOnce)
 
 TEST(RenderedPictures, dropWhatWasNotPaintedForLongest)
 {
-    RenderedPictures pictures(3 * RenderedPictures::bytesFor(64, 64));
+    const auto room = 3 * RenderedPictures::bytesFor(64, 64);
+    RenderedPictures pictures(room);
     std::vector<Image> images;
     for (int i = 0; i < 4; ++i) {
-        images.push_back(Image::fromSource(std::make_shared<CountingSource>()));
+        images.push_back(newImage());
         (void)pictures.picture(images.back(), 64);
         pictures.waitUntilIdle();
         (void)pictures.picture(images.front(), 64);
     }
-    EXPECT_LE(pictures.bytes(), 3 * RenderedPictures::bytesFor(64, 64));
+    EXPECT_LE(pictures.bytes(), room);
     EXPECT_FALSE(pictures.picture(images[0], 64).isNull());
     EXPECT_TRUE(pictures.picture(images[1], 64).isNull());
     pictures.waitUntilIdle();
 }
 
-TEST(RenderedPictures, keepRoomForWhatOneRingNeeds)
+TEST(RenderedPictures, keepRoomForWhatOneRingHasPrepared)
 {
-    RenderedPictures pictures(RenderedPictures::bytesFor(64, 64));
+    const auto room = RenderedPictures::bytesFor(64, 64);
+    RenderedPictures pictures(room);
     const QObject ring;
-    pictures.setNeed(&ring, 5 * RenderedPictures::bytesFor(64, 64));
+    pictures.setNeed(&ring, 5 * room);
     std::vector<Image> images;
     for (int i = 0; i < 5; ++i) {
-        images.push_back(Image::fromSource(std::make_shared<CountingSource>()));
+        images.push_back(newImage());
         pictures.prepare(images.back(), 64);
     }
     pictures.waitUntilIdle();
     for (const Image &image : images)
-        EXPECT_FALSE(pictures.picture(image, 64).isNull());
+        EXPECT_EQ(pictures.picture(image, 64).width(), 64);
+    EXPECT_TRUE(pictures.isIdle());
     pictures.setNeed(&ring, 0);
-    EXPECT_LE(pictures.bytes(), RenderedPictures::bytesFor(64, 64));
+    EXPECT_LE(pictures.bytes(), room);
 }
 
 TEST(RenderedPictures, keepTheirImagesAlive)
 {
     RenderedPictures pictures;
-    std::weak_ptr<const ImageSource> source;
-    {
-        const auto owned = std::make_shared<CountingSource>();
-        source = owned;
-        pictures.prepare(Image::fromSource(owned), 64);
-        pictures.waitUntilIdle();
-    }
-    EXPECT_FALSE(source.expired()) << "its key could come again for another picture";
+    auto source = std::make_shared<CountingSource>();
+    const std::weak_ptr<const ImageSource> watched = source;
+    pictures.prepare(Image::fromSource(std::move(source)), 64);
+    pictures.waitUntilIdle();
+    EXPECT_FALSE(watched.expired()) << "its key could come again for another picture";
 }
 
 TEST(RenderedPictures, canGoWhileSomethingIsRendered)

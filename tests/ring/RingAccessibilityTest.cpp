@@ -7,6 +7,8 @@
 namespace Orbita {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class RingAccessibility : public RingViewFixture {
 protected:
     static void SetUpTestSuite() { installRingAccessibility(); }
@@ -18,42 +20,35 @@ TEST_F(RingAccessibility, exposesTheRingAsAMenuOfItsItems)
 {
     ASSERT_TRUE(ring);
     EXPECT_EQ(ring->role(), QAccessible::PopupMenu);
-    EXPECT_EQ(ring->text(QAccessible::Name), QStringLiteral("Orbita"));
+    EXPECT_EQ(ring->text(QAccessible::Name), u"Orbita"_s);
     ASSERT_EQ(ring->childCount(), 8);
-    QAccessibleInterface *item = ring->child(3);
-    EXPECT_EQ(item->text(QAccessible::Name), QStringLiteral("0-3"));
-    EXPECT_EQ(ring->indexOfChild(item), 3);
-    EXPECT_EQ(item->parent(), ring);
     EXPECT_EQ(ring->child(8), nullptr);
-    const QRectF inWidget = ViewFlip{400}(view.itemFor({0, 3})->frame());
-    EXPECT_TRUE(item->rect().contains(view.mapToGlobal(inWidget.center()).toPoint()));
-    EXPECT_EQ(ring->childAt(item->rect().center().x(), item->rect().center().y()), item);
+    QAccessibleInterface *third = ring->child(3);
+    EXPECT_EQ(third->text(QAccessible::Name), u"0-3"_s);
+    EXPECT_EQ(ring->indexOfChild(third), 3);
+    EXPECT_EQ(third->parent(), ring);
+    EXPECT_TRUE(third->rect().contains(view.mapToGlobal(ViewFlip{400}(centerOf(3))).toPoint()));
+    EXPECT_EQ(ring->childAt(third->rect().center().x(), third->rect().center().y()), third);
 }
 
-TEST_F(RingAccessibility, letsItemsBePressedAndChosen)
+TEST_F(RingAccessibility, letsItemsBePressedAndChosenUntilTheyAreGone)
 {
-    QAccessibleInterface *item = ring->child(5);
-    EXPECT_TRUE(item->state().focusable);
-    EXPECT_FALSE(item->state().focused);
-    item->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
-    EXPECT_TRUE(item->state().focused);
-    EXPECT_EQ(ring->focusChild(), item);
-    item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    item->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
-    EXPECT_EQ(script.reports, (std::vector<std::string>{"click 0-5", "right click 0-5"}));
-}
-
-TEST_F(RingAccessibility, followsReloads)
-{
-    QAccessibleInterface *item = ring->child(7);
+    QAccessibleInterface *chosen = ring->child(5);
+    EXPECT_TRUE(chosen->state().focusable);
+    EXPECT_FALSE(chosen->state().focused);
+    chosen->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_TRUE(chosen->state().focused);
+    EXPECT_EQ(ring->focusChild(), chosen);
+    chosen->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    chosen->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
     load({2});
     EXPECT_EQ(ring->childCount(), 2);
-    EXPECT_FALSE(item->isValid());
-    EXPECT_EQ(item->text(QAccessible::Name), QString());
-    item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_TRUE(script.reports.empty());
-    view.itemFor({0, 1})->setHighlighted(true);
-    EXPECT_EQ(ring->child(1)->text(QAccessible::Description), QStringLiteral("Running"));
+    EXPECT_FALSE(chosen->isValid());
+    EXPECT_EQ(chosen->text(QAccessible::Name), QString());
+    chosen->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(script.reports, (Reports{"click 0-5", "right click 0-5"}));
+    item(1).setHighlighted(true);
+    EXPECT_EQ(ring->child(1)->text(QAccessible::Description), u"Running"_s);
 }
 
 TEST_F(RingAccessibility, letsTheCloseButtonBePressed)
@@ -63,7 +58,7 @@ TEST_F(RingAccessibility, letsTheCloseButtonBePressed)
     button.mouseClickBlock = [&](QMouseEvent &) { ++clicks; };
     QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&button);
     EXPECT_EQ(accessible->role(), QAccessible::Button);
-    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Close"));
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"Close"_s);
     accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(clicks, 1);
 }

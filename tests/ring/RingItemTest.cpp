@@ -2,7 +2,6 @@
 #include "ring/RenderedPictures.h"
 #include "ring/RingItemPainter.h"
 #include "ring/RingText.h"
-#include "support/RowName.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -12,37 +11,31 @@
 namespace Orbita {
 namespace {
 
-Image square(const QColor &color)
+using namespace Qt::StringLiterals;
+
+Image redSquare()
 {
     QImage pixels(64, 64, QImage::Format_ARGB32_Premultiplied);
-    pixels.fill(color);
+    pixels.fill(Qt::red);
     return Image::fromPixels(pixels);
 }
 
-struct CaptionRow {
-    const char *name;
-    double height;
-    double caption;
-    double fontSize;
-};
-
-class Caption : public testing::TestWithParam<CaptionRow> {};
-
-TEST_P(Caption, growsWithTheItemWithinBounds)
+TEST(RingItemLayers, giveTheCaptionAShareThatGrowsWithTheItemWithinBounds)
 {
-    const CaptionRow &row = GetParam();
-    const RingItemLayers layers = ringItemLayers({row.height, row.height}, true);
-    EXPECT_EQ(layers.titleLayer, QRectF(0, 0, row.height, row.caption));
-    EXPECT_NEAR(layers.titleFontSize, row.fontSize, 1e-9);
-    EXPECT_EQ(layers.contentLayer, QRectF(0, row.caption, row.height, row.height - row.caption));
-    EXPECT_EQ(ringItemLayers({row.height, row.height}, false).contentLayer, QRectF(0, 0, row.height, row.height));
+    struct Row {
+        double height;
+        double caption;
+        double fontSize;
+    };
+    for (const auto &[height, caption, fontSize] : {Row{48, 7.68, 5.68}, Row{200, 15, 13}, Row{20, 5, 3}}) {
+        SCOPED_TRACE(height);
+        const RingItemLayers layers = ringItemLayers({height, height}, true);
+        EXPECT_EQ(layers.titleLayer, QRectF(0, 0, height, caption));
+        EXPECT_NEAR(layers.titleFontSize, fontSize, 1e-9);
+        EXPECT_EQ(layers.contentLayer, QRectF(0, caption, height, height - caption));
+        EXPECT_EQ(ringItemLayers({height, height}, false).contentLayer, QRectF(0, 0, height, height));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Heights, Caption,
-                         testing::Values(CaptionRow{"48 points", 48, 7.68, 5.68},
-                                         CaptionRow{"200 points is capped", 200, 15, 13},
-                                         CaptionRow{"20 points keeps the least", 20, 5, 3}),
-                         rowName<CaptionRow>);
 
 TEST(RingItemLayers, surroundTheItemWithFrameAndDot)
 {
@@ -51,19 +44,13 @@ TEST(RingItemLayers, surroundTheItemWithFrameAndDot)
     EXPECT_EQ(layers.highlightLayer, QRectF(21, -9, 6, 6));
 }
 
-TEST(RingItem, showsItsSelectionOnlyWithAPicture)
+TEST(RingItem, showsItsSelectionOnlyWithAPictureAndKeepsItsColourWhenGivenNone)
 {
-    RingItem item(Image(), QStringLiteral("name"));
+    RingItem item(Image(), u"name"_s);
     item.setSelected(true);
-    EXPECT_TRUE(item.isSelected());
     EXPECT_FALSE(item.showsSelection());
-    item.setImage(square(Qt::red));
+    item.setImage(redSquare());
     EXPECT_TRUE(item.showsSelection());
-}
-
-TEST(RingItem, keepsItsColoursWhenGivenNone)
-{
-    RingItem item{Image(), QString()};
     EXPECT_NEAR(item.highlightColor().redF(), 0.5, 1e-4);
     item.setHighlightColor(Qt::black);
     item.setHighlightColor(QColor());
@@ -75,53 +62,50 @@ struct Host final : RingItemHost {
     void itemChanged(const RingItem &) override {}
     void titleVisibilityChanged() override { ++titleChanges; }
     [[nodiscard]] bool canShowTitles() const override { return inWindow; }
-    bool inWindow = true;
+    bool inWindow = false;
     int titleChanges = 0;
 };
 
 TEST(RingItem, hasABubbleOnlyWithATitleInAWindow)
 {
     Host host;
-    RingItem item(Image(), QStringLiteral("name"));
-    item.showTitle();
-    EXPECT_FALSE(item.titleVisible()) << "it stands in no view";
+    RingItem item(Image(), u"name"_s);
+    const auto isShown = [&item] {
+        item.showTitle();
+        return item.titleVisible();
+    };
+    EXPECT_FALSE(isShown()) << "it stands in no view";
     item.setHost(&host);
-    host.inWindow = false;
-    item.showTitle();
-    EXPECT_FALSE(item.titleVisible());
+    EXPECT_FALSE(isShown());
     host.inWindow = true;
-    item.showTitle();
-    item.showTitle();
-    EXPECT_TRUE(item.titleVisible());
+    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(isShown());
     EXPECT_EQ(host.titleChanges, 1);
     item.setTitle(QString());
     EXPECT_FALSE(item.titleVisible());
-    item.showTitle();
-    EXPECT_FALSE(item.titleVisible());
+    EXPECT_FALSE(isShown());
 }
 
 TEST(RingItem, cutsLongCaptionsAtTheEnd)
 {
-    RingItem item(Image(), QStringLiteral("A name\nmuch longer than any item on the ring is wide"));
+    RingItem item(Image(), u"A name\nmuch longer than any item on the ring is wide"_s);
     item.setFrame(QRectF(0, 0, 100, 100));
-    EXPECT_TRUE(item.caption().startsWith(QStringLiteral("A name m")));
+    EXPECT_TRUE(item.caption().startsWith(u"A name m"_s));
     EXPECT_TRUE(item.caption().endsWith(QChar(0x2026)));
     EXPECT_LE(QFontMetricsF(ringFont(13)).horizontalAdvance(item.caption()), 100.0);
 }
 
 TEST(RingFont, hasGlyphsOfTheAskedSize)
 {
-    for (const double size : {5.5, 8.0, 10.5, 13.0}) {
-        const double em = QFontInfo(ringFont(size)).pixelSize();
-        EXPECT_NEAR(em, size, 0.51) << size;
-    }
+    for (const double size : {5.5, 8.0, 10.5, 13.0})
+        EXPECT_NEAR(QFontInfo(ringFont(size)).pixelSize(), size, 0.51) << size;
     EXPECT_LT(QFontMetricsF(ringFont(9.0)).ascent(), QFontMetricsF(ringFont(9.5)).ascent());
 }
 
 TEST(RingItemPainter, paintsEveryPartWhereItBelongs)
 {
     RenderedPictures pictures;
-    RingItem item(square(Qt::red), QStringLiteral("name"));
+    RingItem item(redSquare(), u"name"_s);
     item.setHighlightColor(Qt::blue);
     item.setSelected(true);
     item.setFrame(QRectF(20, 20, 60, 60));

@@ -1,7 +1,6 @@
 #include "ring/RingLayout.h"
 
 #include "base/Angle.h"
-#include "support/RowName.h"
 
 #include <gtest/gtest.h>
 
@@ -82,66 +81,51 @@ TEST(RingLayout, runsThroughTheSectionsWithoutABreak)
     EXPECT_EQ(layout.indexOf({}), NotFound);
 }
 
-struct GapRow {
-    const char *name;
-    ItemAddress gap;
-    std::vector<double> centers; ///< in units, a fifth of the circle each
-};
-
-class Gap : public testing::TestWithParam<GapRow> {};
-
-TEST_P(Gap, leavesRoomForOneItem)
+TEST(RingLayout, leavesRoomForOneItemInTheGap)
 {
-    RingLayout layout = ringOf({2, 2});
-    layout.gap = GetParam().gap;
-    const std::vector<QRectF> frames = layout.frames();
-    for (size_t i = 0; i < frames.size(); ++i)
-        EXPECT_NEAR(angleOf(layout, frames[i]), GetParam().centers[i] * TwoPi / 5, 1e-9) << i;
-    EXPECT_NEAR(layout.centerArcForItem({0, 1}), 1.5 * TwoPi / 4, 1e-9) << "the gap is no part of an item's arc";
+    struct Row {
+        const char *name;
+        ItemAddress gap;
+        std::vector<double> centers; ///< in units, a fifth of the circle each
+    };
+    for (const auto &[name, gap, centers] :
+         {Row{"before the first", {0, 0}, {1.5, 2.5, 3.5, 4.5}}, Row{"within a section", {0, 1}, {0.5, 2.5, 3.5, 4.5}},
+          Row{"past a section goes to the end of the ring", {0, 2}, {0.5, 1.5, 2.5, 3.5}},
+          Row{"past the last is at the end", {1, 2}, {0.5, 1.5, 2.5, 3.5}}}) {
+        SCOPED_TRACE(name);
+        RingLayout layout = ringOf({2, 2});
+        layout.gap = gap;
+        const std::vector<QRectF> frames = layout.frames();
+        for (size_t i = 0; i < frames.size(); ++i)
+            EXPECT_NEAR(angleOf(layout, frames[i]), centers[i] * TwoPi / 5, 1e-9) << i;
+        EXPECT_NEAR(layout.centerArcForItem({0, 1}), 1.5 * TwoPi / 4, 1e-9) << "the gap is no part of an arc";
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Places, Gap,
-    testing::Values(GapRow{"before the first", {0, 0}, {1.5, 2.5, 3.5, 4.5}},
-                    GapRow{"within a section", {0, 1}, {0.5, 2.5, 3.5, 4.5}},
-                    GapRow{"past a section goes to the end of the ring", {0, 2}, {0.5, 1.5, 2.5, 3.5}},
-                    GapRow{"past the last is at the end", {1, 2}, {0.5, 1.5, 2.5, 3.5}}),
-    rowName<GapRow>);
-
-struct SectorRow {
-    const char *name;
-    QPointF offset;
-    qint64 count;
-    std::optional<qint64> sector;
-};
-
-class Sector : public testing::TestWithParam<SectorRow> {};
-
-TEST_P(Sector, liesUnderThePointer)
+TEST(RingLayout, findsTheSectorUnderThePointer)
 {
-    EXPECT_EQ(ringOf({size_t(GetParam().count)}).sectorAt(GetParam().offset), GetParam().sector);
+    const RingLayout eight = ringOf({8});
+    EXPECT_EQ(eight.sectorAt({0, 50}), 0) << "straight up";
+    EXPECT_EQ(eight.sectorAt({-0.001, 50}), 7) << "just left of up";
+    EXPECT_EQ(eight.sectorAt({-1e-300, 50}), 7) << "a hair left of up";
+    EXPECT_EQ(eight.sectorAt({50, 50}), 1) << "a border belongs to the later";
+    EXPECT_EQ(eight.sectorAt({0, -50}), 4) << "straight down";
+    EXPECT_EQ(eight.sectorAt({0, 10}), 0) << "ten points away is a direction";
+    EXPECT_EQ(eight.sectorAt({0, 9.99}), std::nullopt) << "nearer than that is none";
+    EXPECT_EQ(ringOf({0}).sectorAt({0, -50}), 0) << "an empty ring has only the first";
 }
 
-INSTANTIATE_TEST_SUITE_P(Directions, Sector,
-                         testing::Values(SectorRow{"straight up is the first", {0, 50}, 8, 0},
-                                         SectorRow{"just left of up is the last", {-0.001, 50}, 8, 7},
-                                         SectorRow{"a hair left of up is the last", {-1e-300, 50}, 8, 7},
-                                         SectorRow{"a border belongs to the later", {50, 50}, 8, 1},
-                                         SectorRow{"straight down is past the half", {0, -50}, 8, 4},
-                                         SectorRow{"ten points away is a direction", {0, 10}, 8, 0},
-                                         SectorRow{"nearer than that is none", {0, 9.99}, 8, std::nullopt},
-                                         SectorRow{"an empty ring has only the first", {0, -50}, 0, 0}),
-                         rowName<SectorRow>);
-
-TEST(RingLayout, staysUnturnedWithoutMagnification)
+TEST(RingLayout, turnsOnlySlightlyWithoutMagnification)
 {
-    RingLayout layout = ringOf({12});
+    RingLayout layout = ringOf({7});
     const std::vector<QRectF> before = layout.frames();
-    layout.magnify(7, Magnification::Off);
+    layout.magnify(3, Magnification::Off);
     EXPECT_NEAR(layout.startArc, 0.0, 1e-12);
-    const std::vector<QRectF> after = layout.frames();
     for (size_t i = 0; i < before.size(); ++i)
-        EXPECT_NEAR(length(before[i].center() - after[i].center()), 0.0, 1e-9);
+        EXPECT_NEAR(length(before[i].center() - layout.frames()[i].center()), 0.0, 1e-9);
+    layout.totalNumberOfItems = 8; // an item is out
+    layout.magnify(3, Magnification::Off);
+    EXPECT_NEAR(layout.startArc, Pi / 8 - Pi / 7, 1e-12);
 }
 
 TEST(RingLayout, keepsTheHoveredItemUnderThePointerForEveryCount)
@@ -152,18 +136,10 @@ TEST(RingLayout, keepsTheHoveredItemUnderThePointerForEveryCount)
             layout.magnify(hovered, Magnification::On);
             const QRectF frame = layout.frames()[size_t(hovered)];
             EXPECT_EQ(layout.sectorAt(layout.offsetFromCentre(frame.center())), hovered) << count;
-            EXPECT_DOUBLE_EQ(*std::max_element(layout.relativeSizes[0].begin(), layout.relativeSizes[0].end()),
-                             layout.relativeSizes[0][size_t(hovered)]);
+            const std::vector<double> &sizes = layout.relativeSizes[0];
+            EXPECT_DOUBLE_EQ(*std::max_element(sizes.begin(), sizes.end()), sizes[size_t(hovered)]);
         }
     }
-}
-
-TEST(RingLayout, turnsSlightlyWhileAnItemIsOut)
-{
-    RingLayout layout = ringOf({7});
-    layout.totalNumberOfItems = 8;
-    layout.magnify(3, Magnification::Off);
-    EXPECT_NEAR(layout.startArc, Pi / 8 - Pi / 7, 1e-12);
 }
 
 TEST(RingLayout, favoursTheEarlierOfTwoEqualNeighboursOfTheHoveredSector)

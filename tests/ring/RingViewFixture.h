@@ -11,25 +11,34 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace Orbita {
 
+using Reports = std::vector<std::string>;
+
 /// Plays both roles for a ring: items with names "0-0", "0-1", ... and a written record of every report.
 class ScriptedRing : public RingViewDataSource, public RingViewDelegate {
 public:
     std::vector<qint64> sections{8};
-    std::vector<std::string> reports;
-    std::function<bool(ItemAddress)> canDropOnto = [](ItemAddress) { return false; };
+    Reports reports;
+    std::vector<ItemAddress> asked;       ///< what may be dropped onto, in the order of the questions
+    std::optional<ItemAddress> container; ///< the one item that can be dropped onto
     std::function<bool(qint64)> supportsDrop = [](qint64) { return true; };
     std::function<bool(ItemAddress)> displaysTitle = [](ItemAddress) { return true; };
-    std::function<void()> onClick;
+    std::function<void()> onClick = [] {};
     bool acceptsDrops = true;
     bool alwaysShowsCaption = false;
 
     static std::string text(ItemAddress a) { return std::to_string(a.section) + "-" + std::to_string(a.position); }
-    void report(const std::string &what, ItemAddress a) { reports.push_back(what + " " + text(a)); }
+    bool report(const std::string &what, ItemAddress address)
+    {
+        reports.push_back(what + " " + text(address));
+        return acceptsDrops;
+    }
 
     qint64 ringViewNumberOfSections(RingView &) override { return qint64(sections.size()); }
     qint64 ringViewNumberOfItemsInSection(RingView &, qint64 section) override { return sections[size_t(section)]; }
@@ -46,8 +55,7 @@ public:
     void ringViewDidClickItem(RingView &, ItemAddress address) override
     {
         report("click", address);
-        if (onClick)
-            onClick();
+        onClick();
     }
     void ringViewDidRightClickItem(RingView &, ItemAddress address) override { report("right click", address); }
     void ringViewDidRightClickOutsideOfItem(RingView &, ItemAddress address) override { report("beside", address); }
@@ -55,24 +63,26 @@ public:
     {
         report("move " + text(from) + " to", to);
     }
-    bool ringViewCanDropItem(RingView &, ItemAddress, ItemAddress target) override { return canDropOnto(target); }
+    bool ringViewCanDropItem(RingView &, ItemAddress, ItemAddress target) override
+    {
+        asked.push_back(target);
+        return target == container;
+    }
     void ringViewDidDropItem(RingView &, ItemAddress dragged, ItemAddress target) override
     {
         report("drop " + text(dragged) + " onto", target);
     }
     bool ringViewDidReceiveDrag(RingView &, const DragInformation &, ItemAddress insertion) override
     {
-        report("receive at", insertion);
-        return acceptsDrops;
+        return report("receive at", insertion);
     }
     bool ringViewCanDrop(RingView &, const DragInformation &, ItemAddress target) override
     {
-        return canDropOnto(target);
+        return target == container;
     }
     bool ringViewDidDrop(RingView &, const DragInformation &, ItemAddress target) override
     {
-        report("open with", target);
-        return acceptsDrops;
+        return report("open with", target);
     }
 };
 
@@ -99,7 +109,8 @@ protected:
     {
         return pointAtAngle(radius, turn * TwoPi) + QPointF(200, 200);
     }
-    [[nodiscard]] QPointF centerOf(ItemAddress address) const { return view.itemFor(address)->frame().center(); }
+    [[nodiscard]] RingItem &item(qint64 position) const { return *view.itemFor({0, position}); }
+    [[nodiscard]] QPointF centerOf(qint64 position) const { return item(position).frame().center(); }
 
     void mouse(QEvent::Type type, QPointF point, Qt::MouseButton button, Qt::MouseButtons held,
                Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -117,25 +128,24 @@ protected:
     void release(QPointF point) { mouse(QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton); }
     void rightPress(QPointF point) { mouse(QEvent::MouseButtonPress, point, Qt::RightButton, Qt::RightButton); }
 
-    /// The names of the items in ring order.
+    /// The names of the items that pass \a filter, in ring order.
+    template <typename Filter>
+    [[nodiscard]] std::string names(Filter filter) const
+    {
+        std::string names;
+        for (qint64 index = 0; index < view.ringLayout().totalNumberOfItems; ++index) {
+            const RingItem *item = view.itemFor(view.ringLayout().addressAt(index));
+            if (item && filter(*item))
+                names += item->title().toStdString() + " ";
+        }
+        return names;
+    }
     [[nodiscard]] std::string order() const
     {
-        std::string names;
-        for (qint64 section = 0; section < view.numberOfSections(); ++section) {
-            for (qint64 position = 0; position < view.numberOfItemsInSection(section); ++position)
-                names += view.itemFor({section, position})->title().toStdString() + " ";
-        }
-        return names;
+        return names([](const RingItem &) { return true; });
     }
-    [[nodiscard]] std::string titles() const
-    {
-        std::string names;
-        for (qint64 position = 0; position < view.numberOfItemsInSection(0); ++position) {
-            if (view.itemFor({0, position})->titleVisible())
-                names += view.itemFor({0, position})->title().toStdString() + " ";
-        }
-        return names;
-    }
+    [[nodiscard]] std::string titles() const { return names(std::mem_fn(&RingItem::titleVisible)); }
+    [[nodiscard]] std::string selected() const { return names(std::mem_fn(&RingItem::isSelected)); }
     [[nodiscard]] double weight(qint64 position) const { return view.ringLayout().relativeSizeOfItem({0, position}); }
     [[nodiscard]] ItemAddress gap() const { return view.ringLayout().gap; }
 

@@ -1,7 +1,5 @@
 #include "ring/RingViewFixture.h"
 
-#include <QEnterEvent>
-
 namespace Orbita {
 namespace {
 
@@ -9,26 +7,16 @@ using RingViewHover = RingViewFixture;
 
 TEST_F(RingViewHover, magnifiesAndTitlesTheItemUnderThePointer)
 {
-    move(at(2.5 / 8));
-    EXPECT_EQ(view.mouseOverItemIndex(), 2);
-    EXPECT_NEAR(weight(2), Pi + 1, 1e-9);
-    EXPECT_NEAR(weight(6), 1.0, 1e-9);
-    EXPECT_EQ(titles(), "0-2 ");
-    move(at(3.5 / 8));
-    EXPECT_NEAR(weight(3), Pi + 1, 1e-9);
-    EXPECT_EQ(titles(), "0-3 ");
+    for (const qint64 hovered : {2, 3}) {
+        move(at((double(hovered) + 0.5) / 8));
+        EXPECT_EQ(view.mouseOverItemIndex(), hovered);
+        EXPECT_NEAR(weight(hovered), Pi + 1, 1e-9);
+        EXPECT_NEAR(weight(hovered + 4), 1.0, 1e-9);
+        EXPECT_EQ(titles(), "0-" + std::to_string(hovered) + " ");
+    }
     move(at(3.5 / 8, 30));
     EXPECT_EQ(titles(), "") << "between the items and the centre there is no item";
     EXPECT_EQ(view.mouseOverItemIndex(), 3);
-}
-
-TEST_F(RingViewHover, leavesSizesAloneWithoutMagnification)
-{
-    view.setMagnifyItemsOnMouseOver(false);
-    const QRectF before = view.itemFor({0, 2})->frame();
-    move(at(2.5 / 8));
-    EXPECT_EQ(view.mouseOverItemIndex(), 2);
-    EXPECT_EQ(view.itemFor({0, 2})->frame(), before);
 }
 
 TEST_F(RingViewHover, evensOutInTheDeadCentreButRemembersTheItem)
@@ -43,7 +31,7 @@ TEST_F(RingViewHover, evensOutInTheDeadCentreButRemembersTheItem)
     EXPECT_NEAR(weight(2), Pi + 1, 1e-9) << "the same sector counts anew";
 }
 
-TEST_F(RingViewHover, asksWhetherTitlesMayBeShown)
+TEST_F(RingViewHover, asksWhetherTitlesMayBeShownAndBearsAReloadMeanwhile)
 {
     std::vector<ItemAddress> asked;
     script.displaysTitle = [&](ItemAddress address) {
@@ -53,16 +41,11 @@ TEST_F(RingViewHover, asksWhetherTitlesMayBeShown)
     move(at(2.5 / 8));
     EXPECT_EQ(asked, std::vector<ItemAddress>({{0, 2}}));
     EXPECT_EQ(titles(), "");
-}
-
-TEST_F(RingViewHover, bearsAReloadWhileItAsks)
-{
     script.displaysTitle = [&](ItemAddress) {
-        script.sections = {1};
-        view.reloadData();
+        load({1});
         return true;
     };
-    move(at(7.5 / 8));
+    move(at(2.5 / 8));
     EXPECT_EQ(order(), "0-0 ");
     EXPECT_EQ(view.mouseOverItemIndex(), 0);
 }
@@ -71,7 +54,7 @@ TEST_F(RingViewHover, showsAllTitlesWhenTheyAlwaysAre)
 {
     view.setAlwaysShowTitles(true);
     move(at(0.5 / 8, 30));
-    EXPECT_EQ(titles(), "0-0 0-1 0-2 0-3 0-4 0-5 0-6 0-7 ");
+    EXPECT_EQ(titles(), order());
 }
 
 TEST_F(RingViewHover, endsWhenThePointerLeavesTheView)
@@ -99,8 +82,7 @@ TEST_F(RingViewHover, followsThePointerOverWhatCoversTheRing)
     view.trackPointerOver(button);
     move(at(2.5 / 8));
     const QPointF middle(15, 15);
-    QMouseEvent event(QEvent::MouseMove, middle, button.mapToGlobal(middle), Qt::NoButton, Qt::NoButton,
-                      Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseMove, middle, button.mapToGlobal(middle), Qt::NoButton, Qt::NoButton, {});
     QCoreApplication::sendEvent(&button, &event);
     EXPECT_EQ(weight(2), 1.0);
 }
@@ -123,22 +105,21 @@ TEST_F(RingViewHover, isOffInADisabledRing)
 
 TEST_F(RingViewHover, copesWithAnEmptyRingAndNoOneToAsk)
 {
+    const auto doEverythingAt = [this](QPointF point) {
+        move(point);
+        press(point);
+        drag(at(0.9));
+        release(at(0.9));
+        rightPress(at(0.9));
+    };
     load({0});
-    move(at(0.3));
-    press(at(0.3));
-    drag(at(0.6));
-    release(at(0.6));
-    rightPress(at(0.3));
+    doEverythingAt(at(0.3));
     EXPECT_TRUE(script.reports.empty());
     EXPECT_FALSE(view.highlightedItem().isFound());
     load({3});
     view.setDelegate(nullptr);
     view.setDataSource(nullptr);
-    move(centerOf({0, 1}));
-    press(centerOf({0, 1}));
-    drag(at(0.9));
-    release(at(0.9));
-    rightPress(at(0.9));
+    doEverythingAt(centerOf(1));
     view.reloadData();
     EXPECT_EQ(view.numberOfSections(), 0);
 }

@@ -18,68 +18,52 @@ size_t visibleBubbles()
     return count;
 }
 
-TEST_F(RingViewMotion, loadsAtOnceByDefault)
-{
-    EXPECT_FALSE(clock.ticks());
-    EXPECT_EQ(view.itemFor({0, 3})->shownFrame(), view.itemFor({0, 3})->frame());
-}
-
 TEST_F(RingViewMotion, glidesToTheNewPlacesInAQuarterOfASecond)
 {
-    const RingItem &item = *view.itemFor({0, 0});
-    const QRectF start = item.frame();
+    const QRectF start = item(0).frame();
+    EXPECT_EQ(item(0).shownFrame(), start) << "loaded at once";
+    EXPECT_FALSE(clock.ticks());
     move(at(2.5 / 8));
-    EXPECT_EQ(item.shownFrame(), start);
-    EXPECT_NE(item.frame(), start);
+    EXPECT_EQ(item(0).shownFrame(), start);
+    EXPECT_NE(item(0).frame(), start);
     clock.advance(Seconds(0.125));
-    const double way = (item.shownFrame().x() - start.x()) / (item.frame().x() - start.x());
+    const double way = (item(0).shownFrame().x() - start.x()) / (item(0).frame().x() - start.x());
     EXPECT_NEAR(way, eased(0.5), 1e-9);
+    view.layoutSubviews(); // asks nothing new
     clock.advance(Seconds(0.125));
-    EXPECT_EQ(item.shownFrame(), item.frame());
+    EXPECT_EQ(item(0).shownFrame(), item(0).frame());
     EXPECT_FALSE(clock.ticks()) << "a standing ring costs nothing";
 }
 
 TEST_F(RingViewMotion, setsOutAnewFromWhereItIsSeen)
 {
-    const RingItem &item = *view.itemFor({0, 0});
     move(at(2.5 / 8));
     clock.advance(Seconds(0.1));
-    const QRectF between = item.shownFrame();
+    const QRectF between = item(0).shownFrame();
     move(at(6.5 / 8));
-    EXPECT_EQ(item.shownFrame(), between);
+    EXPECT_EQ(item(0).shownFrame(), between);
     clock.advance(Seconds(0.25));
-    EXPECT_EQ(item.shownFrame(), item.frame());
-}
-
-TEST_F(RingViewMotion, keepsItsPaceWhenNothingNewIsAsked)
-{
-    const RingItem &item = *view.itemFor({0, 0});
-    move(at(2.5 / 8));
-    clock.advance(Seconds(0.2));
-    view.layoutSubviews();
-    clock.advance(Seconds(0.05));
-    EXPECT_EQ(item.shownFrame(), item.frame());
+    EXPECT_EQ(item(0).shownFrame(), item(0).frame());
 }
 
 TEST_F(RingViewMotion, isLeftOutWhereTheUserWantsLess)
 {
     clock.appearance.setMotionReduced(true);
     move(at(2.5 / 8));
-    EXPECT_EQ(view.itemFor({0, 0})->shownFrame(), view.itemFor({0, 0})->frame());
+    EXPECT_EQ(item(0).shownFrame(), item(0).frame());
     EXPECT_FALSE(clock.ticks());
 }
 
 TEST_F(RingViewMotion, growsNewItemsWhereTheyBelongInAGlidingReload)
 {
-    const QRectF former = view.itemFor({0, 0})->frame();
+    const QRectF former = item(0).frame();
     script.sections = {9};
     view.reloadData(false);
-    EXPECT_EQ(view.itemFor({0, 0})->shownFrame(), former);
-    const QPointF way = view.itemFor({0, 8})->shownFrame().center() - view.itemFor({0, 8})->frame().center();
-    EXPECT_NEAR(length(way), 0.0, 1e-9);
-    EXPECT_TRUE(view.itemFor({0, 8})->shownFrame().isEmpty());
+    EXPECT_EQ(item(0).shownFrame(), former);
+    EXPECT_NEAR(length(item(8).shownFrame().center() - centerOf(8)), 0.0, 1e-9);
+    EXPECT_TRUE(item(8).shownFrame().isEmpty());
     clock.advance(Seconds(0.3));
-    EXPECT_EQ(view.itemFor({0, 8})->shownFrame(), view.itemFor({0, 8})->frame());
+    EXPECT_EQ(item(8).shownFrame(), item(8).frame());
 }
 
 TEST_F(RingViewMotion, unturnsAtOnceForTheNextShow)
@@ -87,15 +71,14 @@ TEST_F(RingViewMotion, unturnsAtOnceForTheNextShow)
     move(at(2.5 / 8));
     view.resetLayout();
     EXPECT_EQ(view.ringLayout().startArc, 0.0);
-    EXPECT_EQ(view.itemFor({0, 0})->shownFrame(), view.itemFor({0, 0})->frame());
+    EXPECT_EQ(item(0).shownFrame(), item(0).frame());
 }
 
 TEST_F(RingViewMotion, followsTheSizeOfTheView)
 {
     view.resize(800, 800);
-    EXPECT_DOUBLE_EQ(view.ringLayout().radius(), 244.0);
     clock.advance(Seconds(0.3));
-    EXPECT_NEAR(length(view.itemFor({0, 0})->shownFrame().center() - QPointF(400, 400)), 244.0, 1e-9);
+    EXPECT_NEAR(length(item(0).shownFrame().center() - QPointF(400, 400)), 244.0, 1e-9);
 }
 
 /// Sees what is repainted.
@@ -120,23 +103,20 @@ TEST_F(RingViewMotion, repaintsOnlyWhereItemsMove)
     move(at(2.5 / 8));
     clock.advance(Seconds(0.05));
     QCoreApplication::processEvents();
-    EXPECT_FALSE(watcher.painted.isEmpty());
     EXPECT_FALSE(watcher.painted.contains(QPoint(200, 200)));
-    EXPECT_TRUE(watcher.painted.contains(ViewFlip{400}(view.itemFor({0, 0})->shownFrame().center()).toPoint()));
+    EXPECT_TRUE(watcher.painted.contains(ViewFlip{400}(item(0).shownFrame().center()).toPoint()));
 }
 
 TEST_F(RingViewMotion, showsOneBubbleThatFollowsThePointer)
 {
-    move(at(2.5 / 8));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(visibleBubbles(), 1U);
-    const QRectF item = view.frameOnStage({0, 2});
-    EXPECT_NEAR(stage.lastFrame.center().x(), item.center().x(), 1.0);
-    EXPECT_LT(stage.lastFrame.center().y(), item.y()) << "it stands below the item";
-    move(at(3.5 / 8));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(visibleBubbles(), 1U);
-    EXPECT_NEAR(stage.lastFrame.center().x(), view.frameOnStage({0, 3}).center().x(), 1.0);
+    for (const qint64 hovered : {2, 3}) {
+        move(at((double(hovered) + 0.5) / 8));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(visibleBubbles(), 1U);
+        const QRectF frame = view.frameOnStage({0, hovered});
+        EXPECT_NEAR(stage.lastFrame.center().x(), frame.center().x(), 1.0);
+        EXPECT_LT(stage.lastFrame.center().y(), frame.y()) << "it stands below the item";
+    }
     view.hide();
     EXPECT_EQ(visibleBubbles(), 0U);
 }

@@ -30,6 +30,8 @@ protected:
 
 TEST_F(RingWindowTest, followsTheCompositorWhileItRuns)
 {
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(window.childAt(200, 200), nullptr) << "the outline never takes the pointer";
     window.show();
     const auto middle = [&] { return window.grab().toImage().pixelColor(200, 200); };
     EXPECT_LT(middle().alpha(), 255);

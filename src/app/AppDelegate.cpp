@@ -115,7 +115,8 @@ void AppDelegate::orbitaShouldHide()
 
 void AppDelegate::toggle()
 {
-    if (m_windowController && m_windowController->windowVisible())
+    // Somebody who asks twice at once wants it gone, even where it has hardly faded in.
+    if (m_windowController && m_windowController->isShown())
         m_windowController->hideWindow(ReactivatePrevious::Yes, ForceHide::Yes);
     else
         orbitaShouldShow(ShowEvent::Shortcut);

@@ -47,7 +47,7 @@ RingWindowController::RingWindowController(RingWindow &window, const ControllerS
             reloadRing();
     });
     connect(&m_services.ring.stage, &Stage::screensChanged, this, [this] {
-        if (m_window.isVisible() && !m_isHiding)
+        if (isShown())
             showWindowAtScreenPosition(keptOnScreens(m_frame.center(), m_services.ring.stage.screens()));
     });
 }
@@ -162,6 +162,11 @@ bool RingWindowController::windowVisible() const
 bool RingWindowController::isHidden() const
 {
     return m_fade.value() <= 0.0;
+}
+
+bool RingWindowController::isShown() const
+{
+    return m_window.isVisible() && !m_isHiding;
 }
 
 void RingWindowController::mouseHoveringOverMenu(std::function<void(bool)> answer)

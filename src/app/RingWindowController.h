@@ -56,6 +56,8 @@ public:
     [[nodiscard]] bool windowVisible() const;
     /// Whether nothing of the ring can be seen.
     [[nodiscard]] bool isHidden() const;
+    /// Whether the ring is shown, however little of it has faded in, and not on its way out.
+    [[nodiscard]] bool isShown() const;
     /// The ring window's frame, global points, y upwards.
     [[nodiscard]] const QRectF &frame() const { return m_frame; }
     /// Calls \a answer with whether the pointer is over the ring, at once or later.

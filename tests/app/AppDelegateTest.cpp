@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/CommandService.h"
 #include "app/OrbitaApplication.h"
 #include "app/RingDesktop.h"
 
@@ -49,6 +50,16 @@ TEST_F(AppDelegateTest, hidesForAReleaseOutsideTheWindowsSquare)
     EXPECT_TRUE(isShown());
     desktop.stage.pointer = {439, 400};
     desktop.mouseUpTap.release();
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(AppDelegateTest, hidesForASecondToggleHoweverSoonItComes)
+{
+    CommandService commands;
+    delegate.follow(commands);
+    Q_EMIT commands.toggleRequested();
+    EXPECT_TRUE(desktop.window.isVisible());
+    Q_EMIT commands.toggleRequested();
     EXPECT_FALSE(isShown());
 }
 

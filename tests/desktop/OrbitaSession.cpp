@@ -107,15 +107,17 @@ WindowInfo OrbitaSession::waitForSettings()
 
 void OrbitaSession::waitUntilStill()
 {
-    // A movement changes every frame, and the pictures of this many looks span several frames. A fade is to be seen
-    // only where a compositor runs, but its end is told to all.
-    constexpr int looks = 20;
+    // A movement changes every frame, and the pictures of this many looks span several frames, at each of which Orbita
+    // has had its turn. A fade is to be seen only where a compositor runs, but its end is told to all.
+    constexpr int looks = 12;
     const QList<quint32> opaque{0xFFFFFFFF};
     QImage before;
     int equal = 0;
     waitUntil(
         [&] {
             const auto window = ring();
+            if (window)
+                windows().waitUntilHandled(window->id);
             const QImage now = m_desktop.screen().shot(window ? window->geometry : QRect());
             const bool fades = window && m_desktop.connection().values(window->id, "_NET_WM_WINDOW_OPACITY") != opaque;
             equal = std::exchange(before, now) == now && !fades ? equal + 1 : 0;

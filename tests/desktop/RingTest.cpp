@@ -88,6 +88,17 @@ TEST(Ring, launchesAnEntryOnClick)
     session.waitUntilHidden();
 }
 
+TEST(Ring, launchesAnEntryForAssistiveTechnology)
+{
+    OrbitaSession session;
+    session.installBrowser();
+    session.show();
+    const Accessibility &technology = session.desktop().accessibility();
+    technology.press(technology.waitFor(u"orbita"_s, u"menu item"_s, u"Safari"_s));
+    session.waitForBrowser();
+    session.waitUntilHidden();
+}
+
 TEST(Ring, opensEveryEntryOnHoverInFullSwiftMode)
 {
     OrbitaSession session({}, {{u"swiftMode"_s, 1}});

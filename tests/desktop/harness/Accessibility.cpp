@@ -133,11 +133,6 @@ AccessibleItem Accessibility::waitFor(const QString &application, const QString 
     return *item;
 }
 
-AccessibleItem Accessibility::refreshed(const AccessibleItem &item) const
-{
-    return read(item.service, item.path, 0);
-}
-
 void Accessibility::doAction(const AccessibleItem &item, const QString &wanted) const
 {
     const int count = m_bus.property(item.service, item.path, action, QStringLiteral("NActions")).toInt();

@@ -41,9 +41,6 @@ public:
     [[nodiscard]] std::optional<AccessibleItem> tree(const QString &application) const;
     /// Waits until \a application has an object with \a role and \a name.
     AccessibleItem waitFor(const QString &application, const QString &role, const QString &name) const;
-    /// Looks at \a item again, with all below it.
-    [[nodiscard]] AccessibleItem refreshed(const AccessibleItem &item) const;
-
     /// Does what is called \a action, such as "Press". Throws DesktopFailure when \a item does not offer it.
     void doAction(const AccessibleItem &item, const QString &action) const;
     void press(const AccessibleItem &item) const { doAction(item, QStringLiteral("Press")); }

@@ -25,24 +25,6 @@ QList<QByteArray> statusFields(qint64 pid)
 
 } // namespace
 
-std::chrono::milliseconds processorTime(qint64 pid)
-{
-    const QList<QByteArray> fields = statusFields(pid);
-    if (fields.size() < 13)
-        return {};
-    const qint64 ticks = fields[11].toLongLong() + fields[12].toLongLong();
-    return std::chrono::milliseconds(ticks * 1000 / sysconf(_SC_CLK_TCK));
-}
-
-qint64 proportionalMemory(qint64 pid)
-{
-    for (const QByteArray &line : readProcessFile(pid, "smaps_rollup").split('\n')) {
-        if (line.startsWith("Pss:"))
-            return line.mid(4).trimmed().split(' ').first().toLongLong() * 1024;
-    }
-    return 0;
-}
-
 bool hasEnded(qint64 pid)
 {
     const QByteArray state = statusFields(pid).value(0);

@@ -4,7 +4,6 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
-#include <chrono>
 
 namespace Orbita {
 
@@ -45,14 +44,6 @@ private:
     QStringList m_lines;
     qsizetype m_nextToMatch = 0;
 };
-
-/// Processor time that the process has used since its start, user and system; 0 if there is no such process.
-/// Resolution: one clock tick, usually 10 ms. Source: utime and stime of /proc/PID/stat.
-[[nodiscard]] std::chrono::milliseconds processorTime(qint64 pid);
-
-/// Bytes of memory, shared pages divided among their users; 0 if it cannot be read.
-/// Source: Pss of /proc/PID/smaps_rollup.
-[[nodiscard]] qint64 proportionalMemory(qint64 pid);
 
 /// Whether nothing runs under \a pid any more; an end that nobody has taken note of yet counts.
 [[nodiscard]] bool hasEnded(qint64 pid);

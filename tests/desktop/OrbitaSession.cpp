@@ -46,9 +46,10 @@ WindowInfo OrbitaSession::show(QPoint pointer)
 {
     input().moveTo(pointer);
     orbita(u"show"_s);
-    const WindowInfo window = waitForRing();
+    waitForRing();
     waitUntilStill();
-    return window;
+    // Some window managers place a window only after they have taken it over.
+    return waitForRing();
 }
 
 WindowInfo OrbitaSession::waitForRing()

@@ -87,6 +87,7 @@ void RingWindowController::followSettings()
     });
     connect(&settings, &AppSettings::runningAppsStyleChanged, this, [this] { refreshItems(); });
     connect(&settings, &AppSettings::showFinderChanged, this, [this] { refreshItems(); });
+    connect(&settings, &AppSettings::blacklistedApplicationsChanged, this, [this] { refreshItems(); });
     connect(&settings, &AppSettings::menuSizeSettingsChanged, this, [this] {
         if (!isHidden())
             showWindowAtScreenPosition(m_frame.center());

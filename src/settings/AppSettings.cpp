@@ -201,14 +201,21 @@ void AppSettings::addBlacklistedApplication(const QString &path)
     QStringList paths = blacklistedApplications();
     if (!paths.contains(path))
         paths.append(path);
-    m_defaults.setValue(blacklistKey, paths);
+    setBlacklistedApplications(paths);
 }
 
 void AppSettings::removeBlacklistedApplication(const QString &path)
 {
     QStringList paths = blacklistedApplications();
     paths.removeAll(path);
+    setBlacklistedApplications(paths);
+}
+
+void AppSettings::setBlacklistedApplications(const QStringList &paths)
+{
     m_defaults.setValue(blacklistKey, paths);
+    m_announced.blacklist = paths;
+    Q_EMIT blacklistedApplicationsChanged();
 }
 
 void AppSettings::reset()
@@ -221,8 +228,8 @@ void AppSettings::reset()
 
 AppSettings::Announced AppSettings::current() const
 {
-    return {gestureSettings(),           magnifySettings(),  windowTintColor(),
-            effectiveRunningAppsStyle(), menuSizeSettings(), showFinder()};
+    return {gestureSettings(),  magnifySettings(), windowTintColor(),        effectiveRunningAppsStyle(),
+            menuSizeSettings(), showFinder(),      blacklistedApplications()};
 }
 
 void AppSettings::announceChanges()
@@ -241,6 +248,8 @@ void AppSettings::announceChanges()
         Q_EMIT menuSizeSettingsChanged();
     if (now.showFinder != before.showFinder)
         Q_EMIT showFinderChanged();
+    if (now.blacklist != before.blacklist)
+        Q_EMIT blacklistedApplicationsChanged();
 }
 
 } // namespace Orbita

@@ -86,6 +86,7 @@ Q_SIGNALS:
     void runningAppsStyleChanged();
     void menuSizeSettingsChanged();
     void showFinderChanged();
+    void blacklistedApplicationsChanged();
 
     /// A trigger fired.
     void shouldShow(ShowEvent event);
@@ -101,10 +102,12 @@ private:
         RunningAppsStyle style = RunningAppsStyle::Normal;
         MenuSize size = MenuSize::Small;
         bool showFinder = true;
+        QStringList blacklist;
     };
 
     [[nodiscard]] Announced current() const;
     [[nodiscard]] RunningAppsStyle effectiveRunningAppsStyle() const;
+    void setBlacklistedApplications(const QStringList &paths);
     void announceChanges();
 
     UserDefaults &m_defaults;

@@ -44,6 +44,7 @@ protected:
         note(&AppSettings::runningAppsStyleChanged, "style");
         note(&AppSettings::menuSizeSettingsChanged, "size");
         note(&AppSettings::showFinderChanged, "finder");
+        note(&AppSettings::blacklistedApplicationsChanged, "blacklist");
         note(&AppSettings::shouldHide, "hide");
     }
 
@@ -162,6 +163,9 @@ TEST_F(AppSettingsTest, tellsAnExternalChangeOfWhatAGetterReturns)
     expectAfter("windowTintColor", QByteArray("garbage"), "");
     expectAfter("windowTintColor", ColorArchive::encode(Qt::red), "tint");
     expectAfter("swiftMode", 2, "");
+    expectAfter("blacklistedApps", QVariantList{u"/a.desktop"_s}, "blacklist");
+    expectAfter("blacklistedApps", QVariantList{u"/a.desktop"_s, 1}, "blacklist"); // it reads as empty
+    expectAfter("blacklistedApps", {}, "");
 
     m_settings.setMagnifySettings(true);
     m_settings.reset();

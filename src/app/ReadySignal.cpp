@@ -1,5 +1,7 @@
 #include "app/ReadySignal.h"
 
+#include "app/LogFile.h"
+
 #include <QByteArray>
 
 #include <fcntl.h>
@@ -15,10 +17,14 @@ void signalReady()
         return;
     qunsetenv("ORBITA_READY_FD");
     // Whoever waits for the end of the starting command's output would wait for this program's end.
-    if (const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC); nowhere >= 0) {
-        for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-            dup2(nowhere, standard);
-        close(nowhere);
+    const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
+    const int log = openLogFile();
+    dup2(nowhere, STDIN_FILENO);
+    for (const int standard : {STDOUT_FILENO, STDERR_FILENO})
+        dup2(log >= 0 ? log : nowhere, standard);
+    for (const int opened : {nowhere, log}) {
+        if (opened >= 0)
+            close(opened);
     }
     const char ready = '\n';
     [[maybe_unused]] const ssize_t written = write(descriptor, &ready, 1);

@@ -229,6 +229,12 @@ void OrbitaSession::waitUntilStored(const QStringList &names) const
               [&] { return u"the file holds the entries; it holds "_s + storedNames().join(u", "); });
 }
 
+QByteArray OrbitaSession::log() const
+{
+    QFile file(m_desktop.folders().state() + u"/orbita/orbita.log"_s);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QList<QByteArray> OrbitaSession::setAside(const QString &file)
 {
     QList<QByteArray> contents;

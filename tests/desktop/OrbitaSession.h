@@ -79,6 +79,8 @@ public:
     /// The names of the entries in the item file.
     [[nodiscard]] QStringList storedNames() const;
     void waitUntilStored(const QStringList &names) const;
+    /// What Orbita, started by a command, has logged so far.
+    [[nodiscard]] QByteArray log() const;
     /// The contents of the damaged files that were set aside from \a file.
     [[nodiscard]] static QList<QByteArray> setAside(const QString &file);
     /// The process that owns the name on the session bus.

@@ -2,14 +2,26 @@
 
 namespace Orbita {
 
-QRectF Stage::flipped(const QRectF &rect, double mainHeight)
+QPointF Stage::fromDesktop(QPointF point) const
 {
-    return {rect.x(), mainHeight - rect.y() - rect.height(), rect.width(), rect.height()};
+    const QRectF main = mainScreenOnDesktop();
+    return {point.x() - main.left(), main.bottom() - point.y()};
 }
 
-QPointF Stage::flipped(QPointF point, double mainHeight)
+QPointF Stage::toDesktop(QPointF point) const
 {
-    return {point.x(), mainHeight - point.y()};
+    const QRectF main = mainScreenOnDesktop();
+    return {point.x() + main.left(), main.bottom() - point.y()};
+}
+
+QRectF Stage::fromDesktop(const QRectF &rect) const
+{
+    return {fromDesktop(rect.bottomLeft()), rect.size()};
+}
+
+QRectF Stage::toDesktop(const QRectF &frame) const
+{
+    return {toDesktop(frame.bottomLeft()), frame.size()};
 }
 
 } // namespace Orbita

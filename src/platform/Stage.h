@@ -15,8 +15,9 @@ namespace Orbita {
 /// Screens, the pointer and where windows stand.
 ///
 /// Global coordinates are points with y upwards; the origin is the lower left corner of the first screen. A frame is
-/// a rectangle whose y() is its lower edge and whose y() + height() is its upper edge. The back ends flip to the
-/// window system's coordinates in flipped() and nowhere else.
+/// a rectangle whose y() is its lower edge and whose y() + height() is its upper edge. Desktop coordinates are those of
+/// the toolkit: points with y downwards, as QWidget::mapToGlobal() gives them. The first screen may lie anywhere in
+/// them.
 class Stage : public QObject {
     Q_OBJECT
 public:
@@ -46,13 +47,18 @@ public:
     /// Whether translucent windows are blended with what is beneath them.
     [[nodiscard]] virtual bool isCompositing() const = 0;
 
-    /// \a rect between y upwards and y downwards, both ways, for a first screen \a mainHeight points high.
-    [[nodiscard]] static QRectF flipped(const QRectF &rect, double mainHeight);
-    [[nodiscard]] static QPointF flipped(QPointF point, double mainHeight);
+    [[nodiscard]] QPointF fromDesktop(QPointF point) const;
+    [[nodiscard]] QPointF toDesktop(QPointF point) const;
+    [[nodiscard]] QRectF fromDesktop(const QRectF &rect) const;
+    [[nodiscard]] QRectF toDesktop(const QRectF &frame) const;
 
 Q_SIGNALS:
     void compositingChanged(bool compositing);
     void screensChanged();
+
+protected:
+    /// The first screen in desktop coordinates.
+    [[nodiscard]] virtual QRectF mainScreenOnDesktop() const = 0;
 };
 
 } // namespace Orbita

@@ -61,7 +61,7 @@ QRectF RingView::globalFrameOf(ItemAddress address) const
 QRectF RingView::frameOnStage(ItemAddress address) const
 {
     const QRectF frame = globalFrameOf(address);
-    return frame.isNull() ? frame : Stage::flipped(frame, m_services.stage.screens().front().frame.height());
+    return frame.isNull() ? frame : m_services.stage.fromDesktop(frame);
 }
 
 void RingView::reloadData(bool instantly)

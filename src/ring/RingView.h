@@ -77,6 +77,8 @@ public:
 
     /// Moves over \a sibling, a widget that covers part of the ring, count as moves over the ring.
     void trackPointerOver(QWidget &sibling);
+    /// Ends a drag of an item, if there is one, where it is: others may have heard of the release first.
+    void finishDrag();
     /// Does what a click on the item does.
     void clickItem(ItemAddress address);
     /// Does what a right click on the item does.
@@ -166,6 +168,7 @@ private:
     quint64 m_highlightRequest = 0; ///< tells a highlight from the one that replaced it
     bool m_isMoving = false;
     bool m_bubblesAreDue = false;
+    bool m_isLeftPressed = false; ///< and not as a right click, with Control
     bool m_zoomingEnabled = true;
     bool m_magnifyItemsOnMouseOver = false;
     bool m_alwaysShowTitles = false;

@@ -118,12 +118,18 @@ void RingView::putItem(ItemAddress address)
     weights.insert(weights.begin() + position, 1.0);
 }
 
+void RingView::finishDrag()
+{
+    if (m_press.holdsItem && m_press.didDrag)
+        release(m_press.lastPoint);
+}
+
 void RingView::abandonPress()
 {
+    m_zoomingEnabled = true;
     if (!std::exchange(m_press.holdsItem, false))
         return;
     m_layout.gap = {};
-    m_zoomingEnabled = true;
     putItem(m_press.original);
     layoutSubviews(Animated::Yes);
 }

@@ -5,6 +5,8 @@
 
 #include <QMouseEvent>
 
+#include <utility>
+
 namespace Orbita {
 
 void RingView::hover(QPointF pointer)
@@ -61,10 +63,11 @@ void RingView::leaveEvent(QEvent *event)
     QWidget::leaveEvent(event);
     if (!isEnabled() || !isVisible())
         return;
-    // A menu or the close button takes the pointer too, without leading it away.
+    // A menu or the close button takes the pointer too, without leading it away. The window ends at the disc, in whose
+    // rim the pointer is already outside.
     m_services.stage.locatePointer(this, [this](QPointF onStage) {
-        const double mainHeight = m_services.stage.screens().front().frame.height();
-        if (!rect().contains(mapFromGlobal(Stage::flipped(onStage, mainHeight)).toPoint()))
+        const QPointF pointer = flip()(mapFromGlobal(m_services.stage.toDesktop(onStage)));
+        if (length(m_layout.offsetFromCentre(pointer)) > 0.5 * width() - 1.0)
             pointerLeft();
     });
 }
@@ -95,23 +98,24 @@ bool RingView::eventFilter(QObject *watched, QEvent *event)
 void RingView::mousePressEvent(QMouseEvent *event)
 {
     const bool isControlPress = event->button() == Qt::LeftButton && (event->modifiers() & Qt::ControlModifier);
+    m_isLeftPressed = event->button() == Qt::LeftButton && !isControlPress;
     if (event->button() == Qt::RightButton || isControlPress)
         rightPress(flip()(event->position()));
-    else if (event->button() == Qt::LeftButton)
+    else if (m_isLeftPressed)
         press(flip()(event->position()));
 }
 
 void RingView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (event->buttons() & Qt::LeftButton)
-        drag(flip()(event->position()));
-    else
+    if (!(event->buttons() & Qt::LeftButton))
         hover(flip()(event->position()));
+    else if (m_isLeftPressed)
+        drag(flip()(event->position()));
 }
 
 void RingView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton && std::exchange(m_isLeftPressed, false))
         release(flip()(event->position()));
 }
 

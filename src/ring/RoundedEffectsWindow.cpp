@@ -59,17 +59,12 @@ void RoundedEffectsWindow::resizeEvent(QResizeEvent *event)
 
 QRectF RoundedEffectsWindow::stageFrame() const
 {
-    return Stage::flipped(QRectF(geometry()), m_stage.screens().front().frame.height());
-}
-
-QPointF RoundedEffectsWindow::onStage(QPointF global) const
-{
-    return Stage::flipped(global, m_stage.screens().front().frame.height());
+    return m_stage.fromDesktop(QRectF(geometry()));
 }
 
 void RoundedEffectsWindow::mousePressEvent(QMouseEvent *event)
 {
-    m_originalMouseLocation = onStage(event->globalPosition());
+    m_originalMouseLocation = m_stage.fromDesktop(event->globalPosition());
     m_originalWindowLocation = stageFrame().topLeft();
 }
 
@@ -77,7 +72,7 @@ void RoundedEffectsWindow::mouseMoveEvent(QMouseEvent *event)
 {
     if (!(event->buttons() & Qt::LeftButton) || !windowHandle())
         return;
-    const QPointF moved = onStage(event->globalPosition()) - m_originalMouseLocation;
+    const QPointF moved = m_stage.fromDesktop(event->globalPosition()) - m_originalMouseLocation;
     m_stage.place(*windowHandle(), QRectF(m_originalWindowLocation + moved, QSizeF(size())));
 }
 

@@ -27,7 +27,6 @@ private:
     void updateMask();
     /// The window's frame in global points, y upwards.
     [[nodiscard]] QRectF stageFrame() const;
-    [[nodiscard]] QPointF onStage(QPointF global) const;
 
     Stage &m_stage;
     WindowShape m_shape;

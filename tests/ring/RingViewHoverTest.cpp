@@ -59,20 +59,24 @@ TEST_F(RingViewHover, showsAllTitlesWhenTheyAlwaysAre)
 
 TEST_F(RingViewHover, endsWhenThePointerLeavesTheView)
 {
-    move(at(2.5 / 8));
-    QEvent leave(QEvent::Leave);
-    const QPointF center = view.mapToGlobal(QPointF(200, 200));
-    stage.pointer = Stage::flipped(center, 800);
-    QCoreApplication::sendEvent(&view, &leave);
+    stage.mainCorner = {1280, 100};
+    const auto leaveFor = [this](QPointF offset) {
+        move(at(2.5 / 8));
+        EXPECT_EQ(titles(), "0-2 ");
+        stage.pointer = stage.fromDesktop(view.mapToGlobal(QPointF(200, 200)) + offset);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(&view, &leave);
+    };
+    leaveFor({120, 120});
     EXPECT_EQ(titles(), "0-2 ") << "a button or menu took the pointer, which is still here";
     EXPECT_NE(view.ringLayout().startArc, 0.0);
-
-    stage.pointer = Stage::flipped(center + QPointF(0, 201), 800);
-    QCoreApplication::sendEvent(&view, &leave);
-    EXPECT_EQ(titles(), "");
-    EXPECT_EQ(weight(2), 1.0);
-    EXPECT_EQ(view.ringLayout().startArc, 0.0);
-    EXPECT_EQ(view.mouseOverItemIndex(), 2);
+    for (const QPointF offset : {QPointF(0, 201), QPointF(-145, 145)}) {
+        leaveFor(offset);
+        EXPECT_EQ(titles(), "") << offset.x();
+        EXPECT_EQ(weight(2), 1.0);
+        EXPECT_EQ(view.ringLayout().startArc, 0.0);
+        EXPECT_EQ(view.mouseOverItemIndex(), 2);
+    }
 }
 
 TEST_F(RingViewHover, followsThePointerOverWhatCoversTheRing)

@@ -31,6 +31,24 @@ TEST_F(RingViewPress, magnifiesNothingUntilTheRelease)
     EXPECT_GT(weight(5), 4.0);
 }
 
+TEST_F(RingViewPress, magnifiesAgainAfterAPressWhoseReleaseNobodyHeard)
+{
+    press(at(0.0, 0.0));
+    view.setEnabled(false);
+    view.setEnabled(true);
+    move(at(5.5 / 8));
+    EXPECT_GT(weight(5), 4.0);
+}
+
+TEST_F(RingViewPress, takesAControlPressForARightClickUntilItsRelease)
+{
+    press(centerOf(3), Qt::ControlModifier);
+    drag(at(5.5 / 8));
+    release(at(5.5 / 8));
+    EXPECT_EQ(script.reports, Reports{"right click 0-3"});
+    EXPECT_EQ(titles(), "") << "moving the pole of a menu hovers over nothing";
+}
+
 TEST_F(RingViewPress, movesAnItemIntoTheGapThatItOpens)
 {
     press(centerOf(0));

@@ -7,7 +7,7 @@ namespace Orbita {
 void MemoryStage::place(QWindow &window, const QRectF &frame)
 {
     lastFrame = frame;
-    window.setGeometry(flipped(frame, plantedScreens.front().frame.height()).toAlignedRect());
+    window.setGeometry(toDesktop(frame).toAlignedRect());
 }
 
 } // namespace Orbita

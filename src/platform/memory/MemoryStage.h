@@ -28,11 +28,18 @@ public:
     }
 
     std::vector<Screen> plantedScreens{{QRectF(0, 0, 1280, 800), 1.0}};
+    QPointF mainCorner; ///< the upper left corner of the first screen, in desktop coordinates
     QPointF pointer{640, 400};
     bool buttonsUp = true;
     QRectF lastFrame;  ///< the frame of the last place()
     int presented = 0; ///< how often present() was asked
     QRegion inputRegion;
+
+protected:
+    [[nodiscard]] QRectF mainScreenOnDesktop() const override
+    {
+        return {mainCorner, plantedScreens.front().frame.size()};
+    }
 
 private:
     bool m_compositing = true;

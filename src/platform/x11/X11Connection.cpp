@@ -180,6 +180,9 @@ void X11Connection::dispatch(const xcb_generic_event_t &event)
         Q_EMIT windowUnmapped(as<xcb_unmap_notify_event_t>(event).window);
     } else if (type == XCB_DESTROY_NOTIFY) {
         Q_EMIT windowDestroyed(as<xcb_destroy_notify_event_t>(event).window);
+    } else if (type == XCB_MAPPING_NOTIFY) {
+        if (as<xcb_mapping_notify_event_t>(event).request == XCB_MAPPING_POINTER)
+            Q_EMIT pointerMappingChanged();
     } else if (m_fixesFirstEvent != 0 && type == m_fixesFirstEvent + XCB_XFIXES_SELECTION_NOTIFY) {
         Q_EMIT compositorOwnerChanged(as<xcb_xfixes_selection_notify_event_t>(event).owner != XCB_NONE);
     } else if (type == XCB_GE_GENERIC && as<xcb_ge_generic_event_t>(event).extension == m_inputOpcode

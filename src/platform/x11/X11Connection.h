@@ -75,6 +75,8 @@ Q_SIGNALS:
     void compositorOwnerChanged(bool owned);
     /// A mouse button, by its physical number, was released somewhere; only while raw releases are selected.
     void rawButtonReleased(quint32 button);
+    /// The logical numbers of the mouse buttons were changed.
+    void pointerMappingChanged();
     /// All events that had arrived were delivered: the time to act on what they changed.
     void eventsDelivered();
     /// The server has gone away.

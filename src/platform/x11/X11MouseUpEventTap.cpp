@@ -10,9 +10,10 @@ X11MouseUpEventTap::X11MouseUpEventTap(X11Connection &connection, QObject *paren
     : MouseUpEventTap(parent), m_connection(connection)
 {
     connect(&connection, &X11Connection::rawButtonReleased, this, [this](quint32 button) {
-        if (m_enabled && button == XCB_BUTTON_INDEX_1)
+        if (m_enabled && logicalButton(button) == XCB_BUTTON_INDEX_1)
             Q_EMIT mouseUp();
     });
+    connect(&connection, &X11Connection::pointerMappingChanged, this, [this] { m_logicalButtons.clear(); });
     connect(&connection, &X11Connection::lost, this, [this] { m_enabled = false; });
 }
 
@@ -28,6 +29,20 @@ bool X11MouseUpEventTap::setEnabled(bool enabled)
     // What cannot be reached sends nothing either, so that disabling always succeeds.
     m_enabled = select(enabled) && enabled;
     return m_enabled == enabled;
+}
+
+quint32 X11MouseUpEventTap::logicalButton(quint32 physical)
+{
+    if (m_logicalButtons.isEmpty()) {
+        const auto reply
+            = m_connection.reply(xcb_get_pointer_mapping_reply, xcb_get_pointer_mapping(m_connection.xcb()));
+        if (!reply)
+            return physical;
+        m_logicalButtons = QByteArray(reinterpret_cast<const char *>(xcb_get_pointer_mapping_map(reply.get())),
+                                      xcb_get_pointer_mapping_map_length(reply.get()));
+    }
+    return physical >= 1 && physical <= quint32(m_logicalButtons.size()) ? quint8(m_logicalButtons[physical - 1])
+                                                                         : physical;
 }
 
 bool X11MouseUpEventTap::select(bool releases)

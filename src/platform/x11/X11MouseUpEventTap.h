@@ -2,6 +2,8 @@
 
 #include "platform/EventTap.h"
 
+#include <QByteArray>
+
 namespace Orbita {
 
 class X11Connection;
@@ -22,7 +24,11 @@ private:
     /// Whether the server now sends releases, or no longer does.
     [[nodiscard]] bool select(bool releases);
 
+    /// Raw events tell which button it is on the device; a left-handed user has others in mind.
+    [[nodiscard]] quint32 logicalButton(quint32 physical);
+
     X11Connection &m_connection;
+    QByteArray m_logicalButtons; ///< by physical number from 1 on; empty when it has to be asked for
     bool m_enabled = false;
 };
 

@@ -26,11 +26,6 @@ constexpr xcb_input_device_id_t CorePointer = 2;
 /// Bits 4 to 7 are the directions of a wheel; bit 0 stands for no button.
 constexpr quint32 NoButtons = 0b11110001;
 
-QRect mainGeometry()
-{
-    return QGuiApplication::primaryScreen()->geometry();
-}
-
 } // namespace
 
 X11Stage::X11Stage(X11Connection &connection, X11WindowManager &windowManager, X11Compositor &compositor,
@@ -50,19 +45,15 @@ X11Stage::X11Stage(X11Connection &connection, X11WindowManager &windowManager, X
 
 std::vector<Stage::Screen> X11Stage::screens() const
 {
-    const QRect main = mainGeometry();
     std::vector<Screen> found;
-    for (const QScreen *screen : QGuiApplication::screens()) { // the primary one is the first
-        const QRectF rect = screen->geometry().translated(-main.topLeft());
-        found.push_back({flipped(rect, main.height()), screen->devicePixelRatio()});
-    }
+    for (const QScreen *screen : QGuiApplication::screens()) // the primary one is the first
+        found.push_back({fromDesktop(QRectF(screen->geometry())), screen->devicePixelRatio()});
     return found;
 }
 
 void X11Stage::locatePointer(QObject *, PointerCallback callback)
 {
-    const QRect main = mainGeometry();
-    callback(flipped(QPointF(QCursor::pos() - main.topLeft()), main.height()));
+    callback(fromDesktop(QPointF(QCursor::pos())));
 }
 
 bool X11Stage::areButtonsUp() const
@@ -81,8 +72,7 @@ bool X11Stage::areButtonsUp() const
 
 void X11Stage::place(QWindow &window, const QRectF &frame)
 {
-    const QRect main = mainGeometry();
-    X11FrameKeeper::of(window).place(flipped(frame, main.height()).toAlignedRect().translated(main.topLeft()));
+    X11FrameKeeper::of(window).place(toDesktop(frame).toAlignedRect());
 }
 
 void X11Stage::present(QWindow &window)
@@ -118,6 +108,11 @@ void X11Stage::setInputRegion(QWindow &window, const QRegion &region)
 bool X11Stage::isCompositing() const
 {
     return m_compositor.isPresent();
+}
+
+QRectF X11Stage::mainScreenOnDesktop() const
+{
+    return QGuiApplication::primaryScreen()->geometry();
 }
 
 } // namespace Orbita

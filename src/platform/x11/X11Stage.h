@@ -26,6 +26,9 @@ public:
     void setInputRegion(QWindow &window, const QRegion &region) override;
     [[nodiscard]] bool isCompositing() const override;
 
+protected:
+    [[nodiscard]] QRectF mainScreenOnDesktop() const override;
+
 private:
     X11Connection &m_connection;
     X11WindowManager &m_windowManager;

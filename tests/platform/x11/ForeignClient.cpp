@@ -66,6 +66,17 @@ void ForeignClient::setAtom(xcb_window_t window, const QByteArray &property, con
     connection.setValues(window, property, XCB_ATOM_ATOM, {connection.atom(atom)});
 }
 
+void ForeignClient::swapButtons() const
+{
+    const XReply<xcb_get_pointer_mapping_reply_t> reply(
+        xcb_get_pointer_mapping_reply(connection, xcb_get_pointer_mapping(connection), nullptr));
+    uint8_t *map = xcb_get_pointer_mapping_map(reply.get());
+    std::swap(map[0], map[2]);
+    const auto count = uint8_t(xcb_get_pointer_mapping_map_length(reply.get()));
+    xcb_set_pointer_mapping(connection, count, map);
+    connection.sync();
+}
+
 bool ForeignClient::grabPointer() const
 {
     const auto cookie

@@ -50,6 +50,8 @@ public:
 
     /// Takes the pointer for itself alone, as a menu does.
     [[nodiscard]] bool grabPointer() const;
+    /// Swaps the left and the right mouse button, as for a left-handed user.
+    void swapButtons() const;
     /// Takes the selection that stands for a compositor and returns the window that holds it.
     [[nodiscard]] xcb_window_t claimCompositing() const;
     /// Whether the pointer is in \a window, as far as that takes input, or in what it contains.

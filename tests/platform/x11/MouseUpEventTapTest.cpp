@@ -109,5 +109,23 @@ TEST(X11MouseUpEventTap, hearsTheLeftButtonAloneAndThroughAGrab)
     EXPECT_EQ(heard, 1);
 }
 
+TEST(X11MouseUpEventTap, knowsALeftHandedUsersButtons)
+{
+    X11Mouse mouse;
+    int heard = 0;
+    QObject::connect(&mouse.tap, &MouseUpEventTap::mouseUp, &mouse.tap, [&] { ++heard; });
+    ASSERT_TRUE(mouse.tap.setEnabled(true));
+    mouse.clickLeft();
+    mouse.settle();
+    EXPECT_EQ(heard, 1);
+    mouse.client.swapButtons();
+    mouse.clickLeft();
+    mouse.settle();
+    EXPECT_EQ(heard, 1);
+    mouse.click(Button::Right);
+    mouse.settle();
+    EXPECT_EQ(heard, 2);
+}
+
 } // namespace
 } // namespace Orbita

@@ -155,7 +155,7 @@ TEST_F(X11StageTest, presentsAWindowOverAnother)
         EXPECT_TRUE(eventually([&] { return m_window.isActive(); }));
         EXPECT_TRUE(eventually([&] { return m_client.windows.desktop(own) == 0xffffffff; }));
         EXPECT_TRUE(eventually([&] { return m_client.windows.states(own).count("_NET_WM_STATE_ABOVE") == 1; }));
-        const QRect expected = Stage::flipped(frame, 800).toRect();
+        const QRect expected(int(frame.x()), int(800 - frame.y() - frame.height()), 400, 400);
         EXPECT_TRUE(eventually([&] { return m_client.windows.info(own)->geometry == expected; })) << expected.x();
         m_window.hide();
         EXPECT_TRUE(waitForFocus(other));

@@ -2,7 +2,6 @@
 
 #include "app/CommandService.h"
 #include "app/RingPlacement.h"
-#include "app/SettingsStandInWindow.h"
 #include "app/StatusItem.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/Stage.h"
@@ -40,14 +39,14 @@ AppDelegate::AppDelegate(RingWindow &window, const ControllerServices &services,
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::applicationDidFinishLaunching()
+void AppDelegate::applicationDidFinishLaunching(TakesKeyboard settingsKeyboard)
 {
     AppSettings &settings = m_services.settings;
     settings.startHandlers();
     connect(&settings, &AppSettings::shouldShow, this, &AppDelegate::orbitaShouldShow);
     connect(&settings, &AppSettings::shouldHide, this, &AppDelegate::orbitaShouldHide);
     if (!settings.launchedBefore()) {
-        showSettings();
+        presentSettings(settingsKeyboard);
         settings.setLaunchedBefore(true);
     }
 }
@@ -76,7 +75,7 @@ void AppDelegate::applicationWillTerminate()
 
 void AppDelegate::follow(CommandService &commands)
 {
-    connect(&commands, &CommandService::showRequested, this, [this] { orbitaShouldShow(ShowEvent::Trackpad); });
+    connect(&commands, &CommandService::showRequested, this, &AppDelegate::showRing);
     connect(&commands, &CommandService::hideRequested, this, [this] {
         if (m_windowController)
             m_windowController->hideWindow(ReactivatePrevious::Yes, ForceHide::Yes);
@@ -93,8 +92,7 @@ void AppDelegate::orbitaShouldShow(ShowEvent event)
 
 void AppDelegate::showAt(QPointF pointer, ShowEvent event)
 {
-    const QPointF centre
-        = requestedCentre(pointer, m_services.settings.menuPositionSettings(), m_services.ring.stage.screens());
+    const QPointF centre = centreFor(pointer);
     const bool inside
         = m_windowController && m_windowController->windowVisible() && m_windowController->frame().contains(centre);
     if (!inside)
@@ -108,8 +106,10 @@ void AppDelegate::orbitaShouldHide()
     if (!m_windowController)
         return;
     m_windowController->mouseHoveringOverMenu([this](bool hovering) {
-        if (!hovering && m_windowController && m_windowController->windowVisible())
-            m_windowController->hideWindow(ReactivatePrevious::Yes, ForceHide::Yes);
+        if (hovering || !m_windowController || !m_windowController->windowVisible())
+            return;
+        m_windowController->finishDrag();
+        m_windowController->hideWindow(ReactivatePrevious::Yes, ForceHide::Yes);
     });
 }
 
@@ -119,7 +119,23 @@ void AppDelegate::toggle()
     if (m_windowController && m_windowController->isShown())
         m_windowController->hideWindow(ReactivatePrevious::Yes, ForceHide::Yes);
     else
-        orbitaShouldShow(ShowEvent::Shortcut);
+        showRing();
+}
+
+void AppDelegate::showRing()
+{
+    m_services.ring.stage.locatePointer(this, [this](QPointF pointer) {
+        // A trigger over a ring that fades out is not heard; a command is.
+        if (m_windowController && m_windowController->isShown())
+            showAt(pointer, ShowEvent::Trackpad);
+        else
+            ensureController().showWindowAtScreenPosition(centreFor(pointer));
+    });
+}
+
+QPointF AppDelegate::centreFor(QPointF pointer) const
+{
+    return requestedCentre(pointer, m_services.settings.menuPositionSettings(), m_services.ring.stage.screens());
 }
 
 RingWindowController &AppDelegate::ensureController()
@@ -142,9 +158,14 @@ void AppDelegate::ringWindowDidDisappear()
 
 void AppDelegate::showSettings()
 {
+    presentSettings(TakesKeyboard::Yes);
+}
+
+void AppDelegate::presentSettings(TakesKeyboard keyboard)
+{
     if (!m_settingsWindow)
         m_settingsWindow = std::make_unique<SettingsStandInWindow>();
-    m_settingsWindow->present();
+    m_settingsWindow->present(keyboard);
 }
 
 } // namespace Orbita

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/RingWindowController.h"
+#include "app/SettingsStandInWindow.h"
 
 #include <QObject>
 
@@ -10,7 +11,6 @@ namespace Orbita {
 
 class CommandService;
 class RingWindow;
-class SettingsStandInWindow;
 class StatusItem;
 enum class ShowEvent;
 
@@ -24,7 +24,7 @@ public:
     ~AppDelegate() override;
 
     /// Starts to listen to triggers, and opens the settings on the very first run.
-    void applicationDidFinishLaunching();
+    void applicationDidFinishLaunching(TakesKeyboard settingsKeyboard = TakesKeyboard::Yes);
     /// Makes what can wait until the program has nothing else to do: the native window, the pictures of the stored
     /// entries, and the tray's icon.
     void prepareAtLeisure();
@@ -35,10 +35,14 @@ public:
     void orbitaShouldShow(ShowEvent event);
     /// Hides the ring unless the pointer is over it.
     void orbitaShouldHide();
+    /// Shows the ring as a command asks for it, also where one is just fading out.
+    void showRing();
     void showSettings();
 
 private:
     void preparePictures();
+    void presentSettings(TakesKeyboard keyboard);
+    [[nodiscard]] QPointF centreFor(QPointF pointer) const;
     void showAt(QPointF pointer, ShowEvent event);
     void toggle();
     [[nodiscard]] RingWindowController &ensureController();

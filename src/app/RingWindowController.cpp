@@ -14,6 +14,7 @@
 #include "settings/AppSettings.h"
 #include "toolkit/RemoteActionSender.h"
 
+#include <QGuiApplication>
 #include <QWindow>
 
 #include <utility>
@@ -48,7 +49,7 @@ RingWindowController::RingWindowController(RingWindow &window, const ControllerS
     });
     connect(&m_services.ring.stage, &Stage::screensChanged, this, [this] {
         if (isShown())
-            showWindowAtScreenPosition(keptOnScreens(m_frame.center(), m_services.ring.stage.screens()));
+            keepOnScreens();
     });
 }
 
@@ -110,6 +111,7 @@ void RingWindowController::showWindowAtScreenPosition(QPointF centre)
         m_lastFrontmostApp = std::move(frontmost);
     const double size = ringSize(m_services.settings.menuSizeSettings());
     m_frame = ringFrame(centre, size, m_services.settings.swiftMode(), m_services.ring.stage.screens());
+    m_frameOnDesktop = m_services.ring.stage.toDesktop(m_frame);
     m_services.ring.stage.place(*m_window.windowHandle(), m_frame);
     refreshWindowTint();
     refreshItems();
@@ -118,6 +120,16 @@ void RingWindowController::showWindowAtScreenPosition(QPointF centre)
     setRingEnabled(true);
     m_isHiding = false;
     m_fade.fadeTo(1.0, [this] { m_sinceShown.start(); });
+}
+
+void RingWindowController::keepOnScreens()
+{
+    const Stage &stage = m_services.ring.stage;
+    // The main screen, and all that is counted from it, may be another one now.
+    m_frame = stage.fromDesktop(m_frameOnDesktop);
+    const QPointF kept = keptOnScreens(m_frame.center(), stage.screens());
+    if (kept != m_frame.center())
+        showWindowAtScreenPosition(kept);
 }
 
 void RingWindowController::hideWindow(ReactivatePrevious reactivate, ForceHide)
@@ -133,6 +145,11 @@ void RingWindowController::hideWindow(ReactivatePrevious reactivate, ForceHide)
         reactivatePreviousApplication();
     m_lastFrontmostApp.reset();
     setRingEnabled(false);
+}
+
+void RingWindowController::finishDrag()
+{
+    m_ringView->finishDrag();
 }
 
 void RingWindowController::reactivatePreviousApplication()
@@ -270,7 +287,8 @@ bool RingWindowController::opensOnHover(qint64 position) const
     const MenuItem &item = *m_menuItems.objectAt(std::size_t(position));
     if (mode == SwiftMode::RunningAppsOnly && (!item.isRunning() || item.canHoldSubitems()))
         return false;
-    return m_services.ring.stage.areButtonsUp(); // asked last: it asks the window system
+    // Only who hears of no button needs the window system's word for it.
+    return QGuiApplication::mouseButtons() == Qt::NoButton && m_services.ring.stage.areButtonsUp();
 }
 
 bool RingWindowController::ringViewShouldDisplayTitleOfItem(RingView &view, ItemAddress address)

@@ -52,6 +52,9 @@ public:
     /// Fades the ring out; ignored while canClose() is false.
     void hideWindow(ReactivatePrevious reactivate, ForceHide force = ForceHide::No);
 
+    /// Ends a drag along the ring where it is, before the release has reached the ring.
+    void finishDrag();
+
     /// Whether the ring is more than half visible.
     [[nodiscard]] bool windowVisible() const;
     /// Whether nothing of the ring can be seen.
@@ -105,6 +108,7 @@ private:
     void buildWindow();
     void followSettings();
     void refreshWindowTint();
+    void keepOnScreens();
     /// Takes over which applications run. True when the ring shows something else.
     bool updateRunningEntries();
     /// Takes over what became known of the running applications. True when an entry looks different.
@@ -125,6 +129,7 @@ private:
     QPointer<CloseButton> m_closeButton;
     WindowFade m_fade;
     QRectF m_frame;
+    QRectF m_frameOnDesktop; ///< the same, which a change of screens leaves as it is
     RingKeyMonitor m_keyMonitor;
     std::vector<bool> m_shownMarks; ///< runningMarks() as of the last reload
     std::optional<RunningApplication> m_lastFrontmostApp;

@@ -28,14 +28,16 @@ SettingsStandInWindow::SettingsStandInWindow(QWidget *parent) : QWidget(parent)
     setFixedWidth(440);
 }
 
-void SettingsStandInWindow::present()
+void SettingsStandInWindow::present(TakesKeyboard keyboard)
 {
+    setAttribute(Qt::WA_ShowWithoutActivating, keyboard == TakesKeyboard::No);
     adjustSize();
     if (const QScreen *where = screen())
         move(where->availableGeometry().center() - rect().center());
     show();
     raise();
-    activateWindow();
+    if (keyboard == TakesKeyboard::Yes)
+        activateWindow();
 }
 
 } // namespace Orbita

@@ -110,11 +110,12 @@ int run(OrbitaApplication &application)
     Program program;
     installRingAccessibility();
     program.delegate.follow(commands);
-    program.delegate.applicationDidFinishLaunching();
+    const bool showsRing = request == QLatin1String("--show");
+    program.delegate.applicationDidFinishLaunching(showsRing ? TakesKeyboard::No : TakesKeyboard::Yes);
     // Not before the event loop runs: until then it is not known who has the keyboard and is to get it back.
-    QTimer::singleShot(0, &program.delegate, [&delegate = program.delegate, request] {
-        if (request == QLatin1String("--show"))
-            delegate.orbitaShouldShow(ShowEvent::Trackpad);
+    QTimer::singleShot(0, &program.delegate, [&delegate = program.delegate, request, showsRing] {
+        if (showsRing)
+            delegate.showRing();
         else if (request == QLatin1String("--settings"))
             delegate.showSettings();
         signalReady();

@@ -63,6 +63,20 @@ TEST_F(AppDelegateTest, hidesForASecondToggleHoweverSoonItComes)
     EXPECT_FALSE(isShown());
 }
 
+TEST_F(AppDelegateTest, showsForACommandThatComesWhileTheRingFadesOut)
+{
+    CommandService commands;
+    delegate.follow(commands);
+    for (const auto command : {&CommandService::toggleRequested, &CommandService::showRequested}) {
+        Q_EMIT commands.showRequested();
+        desktop.settle();
+        Q_EMIT commands.hideRequested();
+        desktop.clock.advance(AnimationClock::defaultDuration / 4);
+        Q_EMIT(commands.*command)();
+        EXPECT_TRUE(isShown());
+    }
+}
+
 TEST_F(AppDelegateTest, keepsARingThatIsShownAgainWhileTheFormerOneGoes)
 {
     Q_EMIT desktop.settings.shouldShow(ShowEvent::Trackpad);

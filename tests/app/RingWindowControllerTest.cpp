@@ -44,6 +44,21 @@ TEST_F(RingWindowControllerTest, fadesInRoundTheCentreWithTheKeyboard)
     EXPECT_EQ(desktop.window.windowOpacity(), 1.0);
 }
 
+TEST_F(RingWindowControllerTest, staysWhereItIsWhenAnotherScreenBecomesTheMainOne)
+{
+    show();
+    const QRect place = desktop.window.geometry();
+    desktop.stage.plantedScreens = {{QRectF(0, 0, 1280, 800)}, {QRectF(-1280, 0, 1280, 800)}};
+    desktop.stage.mainCorner = {1280, 0};
+    Q_EMIT desktop.stage.screensChanged();
+    EXPECT_EQ(desktop.window.geometry(), place);
+    EXPECT_EQ(desktop.stage.presented, 1) << "nothing has changed for the ring";
+    EXPECT_EQ(ring->frame(), QRectF(440 - 1280, 200, 400, 400));
+    desktop.stage.plantedScreens.pop_back();
+    Q_EMIT desktop.stage.screensChanged();
+    EXPECT_EQ(ring->frame(), QRectF(440, 200, 400, 400));
+}
+
 TEST_F(RingWindowControllerTest, fadesOutAndGivesTheKeyboardBackAtOnce)
 {
     const auto editor = start(u"Editor"_s);

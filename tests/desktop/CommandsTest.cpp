@@ -42,6 +42,7 @@ TEST(Commands, toggleAndHideTheRing)
     session.orbita(u"hide"_s);
     session.waitUntilHidden();
     session.orbita(u"hide"_s); // it is hidden already
+    EXPECT_TRUE(session.log().contains("The ring is shown")) << "the terminal that started Orbita may be gone";
 }
 
 TEST(Commands, openTheSettingsOfTheRunningInstance)
@@ -154,6 +155,8 @@ TEST(Commands, showTheRingInSpiteOfDamagedSettings)
     const QByteArray damaged = "<plist><dict><key>swiftMode</key><integer>1";
     session.desktop().folders().write(session.defaultsFile(), damaged);
     session.show();
+    session.waitForSettings();
+    session.waitForKeyboard(); // which the settings of a first start leave to the ring
     EXPECT_EQ(OrbitaSession::setAside(session.defaultsFile()), QList<QByteArray>{damaged});
     waitForFirstLaunch(session);
 }

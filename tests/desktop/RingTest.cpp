@@ -65,6 +65,26 @@ TEST(Ring, magnifiesAndNamesTheItemUnderThePointer)
               u"the items are equal again in the middle"_s);
 }
 
+TEST(Ring, followsThePointerOnAMainScreenBesideAnother)
+{
+    OrbitaSession session({.monitors = {QRect(640, 0, 640, 800), QRect(0, 0, 640, 800)}});
+    const WindowInfo ring = session.show({960, 400});
+    EXPECT_EQ(ring.geometry, QRect(760, 200, 400, 400));
+    const QRect resting = session.item(u"Launchpad"_s).rect;
+    session.input().moveTo(resting.center());
+    std::optional<WindowInfo> bubble;
+    const auto isBubble = [&](const WindowInfo &window) {
+        return withClass(u"orbita"_s)(window) && window.overrideRedirect && window.id != ring.id;
+    };
+    waitUntil([&] { return (bubble = session.windows().find(isBubble)).has_value(); }, u"the bubble is shown"_s);
+    EXPECT_LT(std::abs(bubble->geometry.center().x() - session.item(u"Launchpad"_s).rect.center().x()), 20);
+    // Out by a corner of the window's square, beyond the disc.
+    session.input().glide({1105, 255}, 20);
+    session.input().glide({1250, 110}, 20);
+    waitUntil([&] { return session.item(u"Launchpad"_s).rect == resting; }, u"the ring lies as if untouched"_s);
+    waitUntil([&] { return !session.windows().find(isBubble); }, u"the bubble is gone"_s);
+}
+
 TEST(Ring, bringsARunningApplicationForwardOnClick)
 {
     OrbitaSession session;
@@ -255,8 +275,11 @@ TEST(Ring, followsItsSettingsWhileItIsShown)
     EXPECT_EQ(session.item(u"Mail"_s).rect.size(), resting.size());
 }
 
-TEST(Ring, isRearrangedByDragging)
+class RearrangedRing : public testing::TestWithParam<bool> {};
+
+TEST_P(RearrangedRing, isStored)
 {
+    const bool releasesOutside = GetParam();
     OrbitaSession session;
     const WindowInfo ring = session.show();
     session.waitForNames(coreEntries);
@@ -270,13 +293,20 @@ TEST(Ring, isRearrangedByDragging)
         session.input().moveTo(centre + QTransform().rotate(degrees).map(arm).toPoint());
         session.windows().waitUntilHandled(ring.id);
     }
+    if (releasesOutside)
+        session.input().moveTo(centre + QTransform().rotate(40).map(arm * 5).toPoint());
     session.input().release();
     QStringList moved = coreEntries;
     moved.swapItemsAt(0, 1);
-    session.waitForNames(moved);
-    EXPECT_TRUE(session.ring()) << "the release over the ring leaves it open";
     session.waitUntilStored(moved);
+    if (releasesOutside)
+        session.waitUntilHidden();
+    else
+        session.waitForNames(moved);
 }
+
+INSTANTIATE_TEST_SUITE_P(Ring, RearrangedRing, testing::Bool(),
+                         [](const auto &row) { return row.param ? "releasedOutside" : "releasedOverIt"; });
 
 } // namespace
 } // namespace Orbita

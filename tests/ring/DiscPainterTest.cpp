@@ -23,6 +23,7 @@ TEST(DiscFill, followsTintAndBackdrop)
          {Row{"none blurred is clear", {}, Backdrop::Blurred, Qt::transparent},
           Row{"none is white", {}, Backdrop::Clear, rgb(1, 1, 1, 0.95F)},
           Row{"white blurred is clear", Qt::white, Backdrop::Blurred, Qt::transparent},
+          Row{"white is white", Qt::white, Backdrop::Clear, rgb(1, 1, 1, 0.95F)},
           Row{"black blurred is half transparent", Qt::black, Backdrop::Blurred, rgb(0, 0, 0, 0.5F)},
           Row{"black is black", Qt::black, Backdrop::Clear, rgb(0, 0, 0, 0.95F)},
           Row{"a see through colour blurred", rgb(0.2F, 0.4F, 0.6F, 0.1F), Backdrop::Blurred,

@@ -17,6 +17,10 @@ TEST_F(RingViewHover, magnifiesAndTitlesTheItemUnderThePointer)
     move(at(3.5 / 8, 30));
     EXPECT_EQ(titles(), "") << "between the items and the centre there is no item";
     EXPECT_EQ(view.mouseOverItemIndex(), 3);
+    view.setMagnifyItemsOnMouseOver(false);
+    move(at(2.5 / 8));
+    EXPECT_EQ(titles(), "0-2 ");
+    EXPECT_EQ(weight(2), 1.0) << "magnification is switched off";
 }
 
 TEST_F(RingViewHover, evensOutInTheDeadCentreButRemembersTheItem)

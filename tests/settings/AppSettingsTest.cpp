@@ -144,6 +144,8 @@ TEST_F(AppSettingsTest, writesAtOnceAndThenTells)
         "launchAtLogin", [&] { s.setLaunchAtLogin(true); }, true, "");
     check(
         "launchedBefore", [&] { s.setLaunchedBefore(true); }, true, "");
+    m_defaults.changeExternally(u"something else"_s, 1);
+    EXPECT_TRUE(m_emitted.isEmpty()) << "an own change is not told again";
 }
 
 TEST_F(AppSettingsTest, tellsAnExternalChangeOfWhatAGetterReturns)

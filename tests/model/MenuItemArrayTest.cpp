@@ -9,6 +9,7 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace Orbita {
 namespace {
@@ -149,6 +150,14 @@ TEST_F(MenuItemArrayTest, keepsACopyOfEntriesThatItDropsOnce)
         ASSERT_EQ(aside.size(), 1);
         EXPECT_EQ(TemporaryContainer::read(aside.at(0).filePath()), before);
     }
+}
+
+TEST_F(MenuItemArrayTest, leavesAFileAloneThatItCannotRead)
+{
+    ASSERT_EQ(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
+    array().persist();
+    EXPECT_TRUE(QFileInfo::exists(file));
+    EXPECT_FALSE(QFileInfo(file).isFile()) << "it was replaced";
 }
 
 TEST_F(MenuItemArrayTest, holdsTenThousandEntriesAndHostileNames)

@@ -1,8 +1,10 @@
 #include "app/RingWindowController.h"
 
 #include "app/RingDesktop.h"
+#include "ring/CloseButton.h"
 #include "ring/RingItem.h"
 
+#include <QElapsedTimer>
 #include <QMouseEvent>
 
 #include <gtest/gtest.h>
@@ -70,11 +72,28 @@ TEST_F(RingWindowControllerTest, fadesOutAndGivesTheKeyboardBackAtOnce)
     ring->hideWindow(ReactivatePrevious::Yes); // a second request begins nothing anew
     EXPECT_EQ(running.activated, std::vector{editor.serial});
     EXPECT_EQ(disappeared, 0);
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(&desktop.window, &key);
+    EXPECT_FALSE(desktop.view().highlightedItem().isFound()) << "a ring that goes takes no keys";
+    Q_EMIT desktop.stage.screensChanged(); // nor does it come back for another screen
     desktop.settle();
     EXPECT_EQ(disappeared, 1);
     EXPECT_FALSE(desktop.window.isVisible());
     desktop.settings.setMenuSizeSettings(MenuSize::Large);
     EXPECT_FALSE(desktop.window.isVisible()) << "a hidden ring is not brought back by a setting";
+}
+
+TEST_F(RingWindowControllerTest, doesNotCloseForTheClickThatBroughtItUp)
+{
+    constexpr qint64 guard = 750; // milliseconds
+    const auto *button = desktop.window.findChild<CloseButton *>();
+    QMouseEvent click(QEvent::MouseButtonRelease, {}, {}, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QElapsedTimer time;
+    time.start();
+    show();
+    button->mouseClickBlock(click);
+    desktop.settle();
+    EXPECT_TRUE(desktop.window.isVisible() || time.elapsed() > guard);
 }
 
 TEST_F(RingWindowControllerTest, givesTheKeyboardBackToNobodyWhoHasEnded)

@@ -1,6 +1,7 @@
 #include "ForeignClient.h"
 
 #include "platform/desktop/ApplicationIndex.h"
+#include "platform/desktop/ProcessFacts.h"
 #include "platform/memory/MemoryRunningApplications.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11RunningApplications.h"
@@ -227,6 +228,20 @@ TEST_F(X11Applications, haveANameWhateverTheirWindowsSay)
     EXPECT_EQ(list()[0].localizedName, QStringLiteral("A title"));
     EXPECT_EQ(list()[1].localizedName, QStringLiteral("sleep"));
     EXPECT_FALSE(list()[2].localizedName.isEmpty());
+}
+
+TEST_F(X11Applications, areWhatTheyWereLaunchedAsUnlessTheirParentWas)
+{
+    const QString command = QStringLiteral("GIO_LAUNCHED_DESKTOP_FILE=/a/org.test.Editor.desktop "
+                                           "GIO_LAUNCHED_DESKTOP_FILE_PID=%1 exec sleep 1d");
+    for (const auto &[launched, name] : {std::pair("$PPID", "sleep"), std::pair("$$", "Text Editor")}) {
+        const Program process
+            = m_desk.display.start(QStringLiteral("sh"), {QStringLiteral("-c"), command.arg(QLatin1String(launched))});
+        ASSERT_TRUE(eventually(
+            [&] { return readProcessFacts(process.pid()).executablePath.endsWith(QLatin1String("/sleep")); }));
+        m_client.show({.process = process.pid()});
+        EXPECT_TRUE(eventually([&] { return named(m_port, name).has_value(); })) << name;
+    }
 }
 
 TEST_F(X11Applications, followWhatAWindowSaysLater)

@@ -69,6 +69,7 @@ TEST_F(RingWindowControllerTest, fadesOutAndGivesTheKeyboardBackAtOnce)
     int disappeared = 0;
     QObject::connect(ring.get(), &RingWindowController::didDisappear, ring.get(), [&disappeared] { ++disappeared; });
     ring->hideWindow(ReactivatePrevious::Yes);
+    desktop.clock.advance(AnimationClock::defaultDuration / 2);
     ring->hideWindow(ReactivatePrevious::Yes); // a second request begins nothing anew
     EXPECT_EQ(running.activated, std::vector{editor.serial});
     EXPECT_EQ(disappeared, 0);
@@ -76,7 +77,8 @@ TEST_F(RingWindowControllerTest, fadesOutAndGivesTheKeyboardBackAtOnce)
     QCoreApplication::sendEvent(&desktop.window, &key);
     EXPECT_FALSE(desktop.view().highlightedItem().isFound()) << "a ring that goes takes no keys";
     Q_EMIT desktop.stage.screensChanged(); // nor does it come back for another screen
-    desktop.settle();
+    desktop.clock.advance(AnimationClock::defaultDuration / 2);
+    QCoreApplication::sendPostedEvents();
     EXPECT_EQ(disappeared, 1);
     EXPECT_FALSE(desktop.window.isVisible());
     desktop.settings.setMenuSizeSettings(MenuSize::Large);

@@ -26,7 +26,18 @@ QString resolved(QString path)
     return {};
 }
 
-/// Makes a renaming in the folder at \a path last, on file systems that can say so.
+/// Makes what the file at \a path holds last. False when that failed.
+bool flushFile(const QString &path)
+{
+    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    const bool isFlushed = ::fsync(file) == 0;
+    ::close(file);
+    return isFlushed;
+}
+
+/// Makes new names in the folder at \a path last, on file systems that can say so.
 void flushFolder(const QString &path)
 {
     const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -36,7 +47,7 @@ void flushFolder(const QString &path)
     ::close(folder);
 }
 
-/// The first name beside \a path for which \a put succeeds; empty when it fails though the name is free.
+/// Lets \a put fill the first free name beside \a path and flushes the folder. Empty when \a put fails.
 QString putAside(const QString &path, const std::function<bool(const QString &)> &put)
 {
     if (!QFileInfo(path).isFile())
@@ -48,7 +59,10 @@ QString putAside(const QString &path, const std::function<bool(const QString &)>
         const QFileInfo taken(name);
         if (taken.exists() || taken.isSymLink())
             continue;
-        return put(name) ? name : QString();
+        if (!put(name))
+            return {};
+        flushFolder(QFileInfo(name).path());
+        return name;
     }
 }
 
@@ -81,7 +95,14 @@ QString setAsideDamagedFile(const QString &path)
 
 QString copyAsideDamagedFile(const QString &path)
 {
-    return putAside(path, [&path](const QString &name) { return QFile::copy(path, name); });
+    return putAside(path, [&path](const QString &name) {
+        if (!QFile::copy(path, name))
+            return false;
+        if (flushFile(name))
+            return true;
+        QFile::remove(name);
+        return false;
+    });
 }
 
 } // namespace Orbita

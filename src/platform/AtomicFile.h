@@ -11,10 +11,12 @@ namespace Orbita {
 [[nodiscard]] bool writeFileAtomically(const QString &path, const QByteArray &content);
 
 /// Renames the file at \a path to "NAME.damaged-<time>" in its folder, a counter added where that name is taken.
-/// Returns the new path, or an empty string when the file could not be renamed; it is then left untouched.
+/// Returns the new path once it is on the disk, or an empty string when the file could not be renamed; it is then left
+/// untouched.
 [[nodiscard]] QString setAsideDamagedFile(const QString &path);
 
-/// As setAsideDamagedFile(), but copies, so that \a path stays as it is.
+/// As setAsideDamagedFile(), but copies, so that \a path stays as it is. The copy is on the disk before this returns:
+/// what is written to \a path next cannot overtake it.
 [[nodiscard]] QString copyAsideDamagedFile(const QString &path);
 
 } // namespace Orbita

@@ -160,7 +160,8 @@ void MenuItemArray::persist()
         m_fileHoldsUnmadeEntries = false;
     }
     QDir().mkpath(QFileInfo(m_filePath).path());
-    if (!PropertyList::write(m_filePath, entries, PropertyList::Format::Xml))
+    // Entries kept as they were read may hold characters that XML cannot: controls and halves of surrogate pairs.
+    if (!PropertyList::write(m_filePath, entries, PropertyList::Format::Binary))
         qCWarning(lcModel, "The item file %s could not be saved.", qUtf8Printable(m_filePath));
 }
 

@@ -29,8 +29,9 @@ public:
     /// aside first; one that may not be read is left alone, and nothing is saved while it stands. The "Finder" entry
     /// follows the setting: hidden, or first in the list when it is not among the entries.
     bool refresh();
-    /// Saves the list atomically, running applications left out. A failure is logged, and the old file stands. Where
-    /// the last refresh() met entries that could not be made, a copy of the file that holds them is set aside first.
+    /// Saves the list atomically as a binary property list, running applications left out. A failure is logged, and
+    /// the old file stands. Where the last refresh() met entries that could not be made, a copy of the file that holds
+    /// them is set aside first.
     void persist();
     /// Whether the last refresh() met stored entries that could not be made, and they are still in the file.
     [[nodiscard]] bool fileHoldsUnmadeEntries() const { return m_fileHoldsUnmadeEntries; }

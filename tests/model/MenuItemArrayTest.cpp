@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <sys/stat.h>
+
 namespace Orbita {
 namespace {
 
@@ -152,12 +154,25 @@ TEST_F(MenuItemArrayTest, keepsACopyOfEntriesThatItDropsOnce)
     }
 }
 
-TEST_F(MenuItemArrayTest, leavesAFileAloneThatItCannotRead)
+TEST_F(MenuItemArrayTest, neverReplacesWhatItCannotRead)
 {
-    ASSERT_EQ(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
-    array().persist();
-    EXPECT_TRUE(QFileInfo::exists(file));
-    EXPECT_FALSE(QFileInfo(file).isFile()) << "it was replaced";
+    // Nothing to be read, but to be written over; a file that is not readable would be so for the superuser.
+    ASSERT_EQ(::mkfifo(QFile::encodeName(file).constData(), 0600), 0);
+    MenuItemArray items = array();
+    items.removeObjectAt(0);
+    items.persist();
+    EXPECT_TRUE(items.refresh());
+    EXPECT_EQ(MemoryDesktop::names(items), withoutFinder);
+    const QFileInfo info(file);
+    EXPECT_EQ(info.dir().entryList({info.fileName() + u'*'}, QDir::System | QDir::Files), QStringList(info.fileName()));
+    EXPECT_FALSE(info.isFile());
+
+    ASSERT_TRUE(QFile::remove(file));
+    items.refresh();
+    EXPECT_EQ(storedNames(), withoutFinder);
+    items.removeObjectAt(0);
+    items.persist();
+    EXPECT_EQ(storedNames(), withoutFinder.mid(1));
 }
 
 TEST_F(MenuItemArrayTest, holdsTenThousandEntriesAndHostileNames)
@@ -165,11 +180,17 @@ TEST_F(MenuItemArrayTest, holdsTenThousandEntriesAndHostileNames)
     QVariantList entries{core(u"Finder"_s)};
     for (int i = 0; i < 10'000; ++i)
         entries.append(link(u"\U0001F4A5 <&\"' %s %1 "_s + QString::number(i)));
+    for (char16_t unit : {u'\1', u'\b', u'\r', u'\x1f', u'\xd800', u'\xdfff', u'\xfffe', u'\xffff'})
+        entries.append(link(u"hostile "_s + QChar(unit)));
     plant(entries);
     MenuItemArray items = array();
-    ASSERT_EQ(items.count(), 10'001U);
+    ASSERT_EQ(items.count(), std::size_t(entries.size()));
+    const MenuItem::Pointer last = items.objectAt(items.count() - 1);
+    items.removeObject(*last);
+    items.insertObject(last, 1);
+    entries.move(entries.size() - 1, 1);
     items.persist();
-    EXPECT_EQ(PropertyList::read(file)->toList(), entries);
+    EXPECT_EQ(PropertyList::read(file)->toList(), entries) << "no character is lost";
 }
 
 } // namespace

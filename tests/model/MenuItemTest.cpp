@@ -151,6 +151,11 @@ TEST_F(CoreMenuItemTest, standsForTheApplicationThatPlaysItsRole)
     item.openPath(u"/a.html"_s);
     EXPECT_TRUE(desktop.workspace.actions.isEmpty());
 
+    const auto byName = desktop.runningApplications.start(u"/safari.desktop"_s, u"Safari"_s);
+    item.open();
+    EXPECT_EQ(desktop.runningApplications.activated, std::vector{byName.serial}) << "it needs no role for that";
+    desktop.runningApplications.terminate(byName);
+
     const QString browser = u"/usr/share/applications/browser.desktop"_s;
     desktop.workspace.coreApplications.insert(u"Safari"_s, browser);
     item.open();

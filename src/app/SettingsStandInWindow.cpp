@@ -32,8 +32,11 @@ void SettingsStandInWindow::present(TakesKeyboard keyboard)
 {
     setAttribute(Qt::WA_ShowWithoutActivating, keyboard == TakesKeyboard::No);
     adjustSize();
-    if (const QScreen *where = screen())
-        move(where->availableGeometry().center() - rect().center());
+    if (const QScreen *where = screen()) {
+        QRect frame = frameGeometry(); // it has one once it has been shown
+        frame.moveCenter(where->availableGeometry().center());
+        move(frame.topLeft());
+    }
     show();
     raise();
     if (keyboard == TakesKeyboard::Yes)

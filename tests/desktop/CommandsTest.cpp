@@ -3,7 +3,10 @@
 #include "desktop/OrbitaSession.h"
 #include "support/RowName.h"
 
+#include <QDBusMessage>
 #include <QFile>
+
+#include <cstdlib>
 
 namespace Orbita {
 namespace {
@@ -45,6 +48,20 @@ TEST(Commands, toggleAndHideTheRing)
     EXPECT_TRUE(session.log().contains("The ring is shown")) << "the terminal that started Orbita may be gone";
 }
 
+/// Waits until \a settings stands in the middle of the \a screen, give or take the height of its frame.
+void waitUntilCentred(OrbitaSession &session, const WindowInfo &settings, const QRect &screen)
+{
+    const auto isCentred = [&] {
+        const auto window = session.windows().info(settings.id);
+        const QList<quint32> frame = session.desktop().connection().values(settings.id, "_NET_FRAME_EXTENTS");
+        if (!window || frame.size() != 4)
+            return false;
+        const QPoint offset = window->geometry.center() - screen.center();
+        return std::abs(offset.x()) <= 1 && std::abs(offset.y()) <= int(frame[2] + frame[3]);
+    };
+    waitUntil(isCentred, u"the settings stand in the middle of the screen"_s);
+}
+
 TEST(Commands, openTheSettingsOfTheRunningInstance)
 {
     OrbitaSession session;
@@ -55,6 +72,8 @@ TEST(Commands, openTheSettingsOfTheRunningInstance)
         const WindowInfo settings = session.waitForSettings();
         EXPECT_TRUE(settings.managed);
         EXPECT_FALSE(session.ring());
+        session.waitUntilActive(settings);
+        waitUntilCentred(session, settings, QRect(0, 0, 1280, 800));
         session.windows().close(settings.id);
         session.windows().waitUntilGone(withTitle(settings.title), u"the settings are closed"_s);
     }
@@ -86,6 +105,57 @@ TEST(Commands, passOnWhatASecondInstanceWasStartedFor)
     session.waitForRing();
     EXPECT_EQ(instances(session), QList<qint64>{session.pid()});
 }
+
+/// Calls \a method of the interface that desktops call and returns the answer.
+QDBusMessage callApplication(OrbitaSession &session, const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(instanceName, u"/org/orbita/Orbita"_s,
+                                                       u"org.freedesktop.Application"_s, method);
+    call.setArguments(arguments);
+    return session.desktop().bus().connection().call(call);
+}
+
+TEST(Commands, reachTheInstanceFromTheDesktopToo)
+{
+    OrbitaSession session;
+    session.show();
+    const auto act = [&](const QString &action) {
+        return callApplication(session, u"ActivateAction"_s, {action, QVariantList(), QVariantMap()}).errorName();
+    };
+    const QString notSupported = u"org.freedesktop.DBus.Error.NotSupported"_s;
+    EXPECT_EQ(act(u"dance"_s), notSupported);
+    EXPECT_EQ(callApplication(session, u"Open"_s, {QStringList(u"file:///a"_s), QVariantMap()}).errorName(),
+              notSupported);
+    EXPECT_TRUE(session.ring()) << "neither has had an effect";
+    EXPECT_EQ(act(u"hide"_s), QString());
+    session.waitUntilHidden();
+    EXPECT_EQ(callApplication(session, u"Activate"_s, {QVariantMap()}).errorName(), QString());
+    session.waitForSettings();
+}
+
+struct Answered {
+    const char *name;
+    const char *option;
+    const char *firstLine;
+};
+
+class AnsweredOption : public testing::TestWithParam<Answered> {};
+
+TEST_P(AnsweredOption, needsNoDesktop)
+{
+    OrbitaSession session({.windowManager = WindowManager::None, .sessionBus = false});
+    QProcessEnvironment environment;
+    environment.insert(u"DISPLAY"_s, QString());
+    const CommandResult result = session.run({QString::fromLatin1(GetParam().option)}, environment);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.lines.value(0), QString::fromLatin1(GetParam().firstLine));
+    EXPECT_TRUE(instances(session).isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, AnsweredOption,
+                         testing::Values(Answered{"help", "--help", "Usage: orbita [COMMAND]"},
+                                         Answered{"version", "--version", "orbita " ORBITA_VERSION}),
+                         rowName<Answered>);
 
 struct Refused {
     const char *name;

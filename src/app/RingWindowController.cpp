@@ -17,6 +17,7 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace Orbita {
@@ -251,7 +252,20 @@ std::vector<bool> RingWindowController::runningMarks() const
 void RingWindowController::reloadRing(bool instantly)
 {
     m_shownMarks = runningMarks();
+    const bool wasChosen = m_ringView->isHighlighting();
+    const qint64 formerPosition = highlightedPosition();
     m_ringView->reloadData(instantly);
+    // What Return opens stays marked, wherever it stands now, or else what has taken its place.
+    if (wasChosen && itemCount() > 0)
+        highlight(positionOf(m_chosenIdentity).value_or(std::clamp<qint64>(formerPosition, 0, itemCount() - 1)));
+}
+
+std::optional<qint64> RingWindowController::positionOf(const QString &identity) const
+{
+    const auto found = std::ranges::find(m_menuItems, identity, [](const auto &item) { return item->identity(); });
+    if (found == m_menuItems.end())
+        return std::nullopt;
+    return std::distance(m_menuItems.begin(), found);
 }
 
 const MenuItem::Pointer &RingWindowController::itemAt(ItemAddress address) const
@@ -328,6 +342,7 @@ qint64 RingWindowController::highlightedPosition() const
 
 void RingWindowController::highlight(qint64 position)
 {
+    m_chosenIdentity = itemAt({0, position})->identity();
     m_ringView->highlightItem({0, position});
 }
 

@@ -115,6 +115,7 @@ private:
     bool updateRunningRecords();
     /// Which entries run, in order.
     [[nodiscard]] std::vector<bool> runningMarks() const;
+    [[nodiscard]] std::optional<qint64> positionOf(const QString &identity) const;
     void reloadRing(bool instantly = true);
     void setRingEnabled(bool enabled);
     void reactivatePreviousApplication();
@@ -135,6 +136,7 @@ private:
     std::optional<RunningApplication> m_lastFrontmostApp;
     QElapsedTimer m_sinceShown; ///< since the last fade-in ended; invalid before the first
     qint64 m_lastSwiftItemIndex = NotFound;
+    QString m_chosenIdentity; ///< of the item last chosen by keyboard
     bool m_canClose = true;
     bool m_itemsAreFresh = true; ///< loaded when the controller was made, and not shown yet
     bool m_isHiding = false;     ///< fading out; another request must not begin the fade anew

@@ -74,6 +74,8 @@ public:
     void highlightItem(ItemAddress address);
     /// The item of the sector last pointed at or highlighted; not found when there is none.
     [[nodiscard]] ItemAddress highlightedItem() const;
+    /// Whether that item was chosen by keyboard, and the pointer has not moved over the ring since.
+    [[nodiscard]] bool isHighlighting() const { return m_isHighlighting; }
 
     /// Moves over \a sibling, a widget that covers part of the ring, count as moves over the ring.
     void trackPointerOver(QWidget &sibling);
@@ -169,6 +171,7 @@ private:
     bool m_isMoving = false;
     bool m_bubblesAreDue = false;
     bool m_isLeftPressed = false; ///< and not as a right click, with Control
+    bool m_isHighlighting = false;
     bool m_zoomingEnabled = true;
     bool m_magnifyItemsOnMouseOver = false;
     bool m_alwaysShowTitles = false;

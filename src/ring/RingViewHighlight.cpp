@@ -19,7 +19,8 @@ void RingView::highlightItem(ItemAddress address)
     m_mouseOverItemIndex = 0;
     closeAllTitles();
     const qint64 index = m_layout.indexOf(address);
-    if (index != NotFound) {
+    m_isHighlighting = index != NotFound;
+    if (m_isHighlighting) {
         m_mouseOverItemIndex = index;
         const auto markItem = [this, address, request = ++m_highlightRequest] {
             if (request != m_highlightRequest)
@@ -34,7 +35,7 @@ void RingView::highlightItem(ItemAddress address)
         QMetaObject::invokeMethod(this, markItem, Qt::QueuedConnection);
     }
     updateItemSizes();
-    if (index != NotFound) {
+    if (m_isHighlighting) {
         QAccessibleEvent event(this, QAccessible::Focus);
         event.setChild(int(index));
         QAccessible::updateAccessibility(&event);

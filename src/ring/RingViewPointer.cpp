@@ -12,6 +12,7 @@ namespace Orbita {
 void RingView::hover(QPointF pointer)
 {
     m_pointer = pointer;
+    m_isHighlighting = false;
     if (!m_layout.sectorAt(m_layout.offsetFromCentre(pointer))) {
         unmagnify();
         return;

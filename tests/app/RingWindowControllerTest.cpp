@@ -5,6 +5,7 @@
 #include "ring/RingItem.h"
 
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QMouseEvent>
 
 #include <gtest/gtest.h>
@@ -175,6 +176,30 @@ TEST_F(RingWindowControllerTest, opensOnceByHoveringInSwiftMode)
     desktop.stage.buttonsUp = true;
     hover(5);
     EXPECT_EQ(desktop.workspace.actions.size(), 1);
+}
+
+TEST_F(RingWindowControllerTest, keepsTheChoiceByKeyboardInSight)
+{
+    show();
+    const auto first = start(u"First"_s);
+    const auto second = start(u"Second"_s);
+    const auto expectChosen = [this](qint64 position) {
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(desktop.view().highlightedItem().position, position);
+        EXPECT_TRUE(desktop.view().itemFor({0, position})->isSelected());
+    };
+    hover(6);
+    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier, 106 + 8, 0, 0); // as X numbers the key
+    QCoreApplication::sendEvent(&desktop.window, &right);
+    expectChosen(7);
+    running.terminate(first);
+    expectChosen(6);
+    running.terminate(second);
+    expectChosen(5);
+    hover(2);
+    start(u"Third"_s);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_FALSE(desktop.view().itemFor({0, 2})->isSelected()) << "the pointer has taken over";
 }
 
 TEST_F(RingWindowControllerTest, leavesAnEmptyWindow)

@@ -85,6 +85,22 @@ TEST(Ring, followsThePointerOnAMainScreenBesideAnother)
     waitUntil([&] { return !session.windows().find(isBubble); }, u"the bubble is gone"_s);
 }
 
+TEST(Ring, isTwiceAsLargeOnADenseScreen)
+{
+    OrbitaSession session({.background = Qt::black});
+    session.installBrowser();
+    QProcessEnvironment dense;
+    dense.insert(u"QT_SCALE_FACTOR"_s, u"2"_s);
+    session.input().moveTo({640, 400});
+    session.orbita(u"show"_s, dense);
+    session.waitForGeometry(QRect(240, 0, 800, 800));
+    session.waitUntilStill();
+    session.desktop().screen().waitForPixel({640, 20}, Qt::white);
+    session.desktop().screen().waitForPixel({260, 20}, Qt::black);
+    session.input().click(session.item(u"Safari"_s).rect.center() * 2); // assistive technology is told points
+    session.waitForBrowser();
+}
+
 TEST(Ring, bringsARunningApplicationForwardOnClick)
 {
     OrbitaSession session;

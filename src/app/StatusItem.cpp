@@ -34,7 +34,8 @@ StatusItem::StatusItem(const DesktopAppearance &appearance, QObject *parent) : Q
 {
     createIcon();
     connect(&m_appearance, &DesktopAppearance::darkPanelChanged, this, &StatusItem::createIcon);
-    // A tray that speaks D-Bus is only looked for when the icon is made, so one that starts later needs a new icon.
+    // A tray that was there and is started again needs the icon again. Qt 6.4 looks for one that speaks D-Bus only once
+    // in a process's life, so that the first one to appear after the start stays without an icon.
     m_hostWatcher = std::make_unique<QDBusServiceWatcher>(QStringLiteral("org.kde.StatusNotifierWatcher"),
                                                           QDBusConnection::sessionBus(),
                                                           QDBusServiceWatcher::WatchForRegistration);

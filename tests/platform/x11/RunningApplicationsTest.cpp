@@ -125,9 +125,13 @@ protected:
     {
         return eventually([&] { return list().size() == count; });
     }
-    [[nodiscard]] bool waitForActive(xcb_window_t window) const
+    [[nodiscard]] bool waitForActive(xcb_window_t window)
     {
-        return eventually([&] { return m_client.windows.activeWindow() == window; });
+        const bool isActive = eventually([&] { return m_client.windows.activeWindow() == window; });
+        // The port must not learn of this together with what comes next: it would see the last window only.
+        (void)m_desk.connection.serverTime();
+        QCoreApplication::processEvents();
+        return isActive;
     }
     [[nodiscard]] bool waitForPolicy(ActivationPolicy policy) const
     {

@@ -99,10 +99,11 @@ bool RingView::eventFilter(QObject *watched, QEvent *event)
 void RingView::mousePressEvent(QMouseEvent *event)
 {
     const bool isControlPress = event->button() == Qt::LeftButton && (event->modifiers() & Qt::ControlModifier);
-    m_isLeftPressed = event->button() == Qt::LeftButton && !isControlPress;
+    if (event->button() == Qt::LeftButton)
+        m_isLeftPressed = !isControlPress;
     if (event->button() == Qt::RightButton || isControlPress)
         rightPress(flip()(event->position()));
-    else if (m_isLeftPressed)
+    else if (event->button() == Qt::LeftButton)
         press(flip()(event->position()));
 }
 

@@ -49,6 +49,16 @@ TEST_F(RingViewPress, takesAControlPressForARightClickUntilItsRelease)
     EXPECT_EQ(titles(), "") << "moving the pole of a menu hovers over nothing";
 }
 
+TEST_F(RingViewPress, survivesARightPressInTheMiddleOfADrag)
+{
+    press(centerOf(0));
+    drag(at(4.4 / 8));
+    mouse(QEvent::MouseButtonPress, at(4.4 / 8), Qt::RightButton, Qt::LeftButton | Qt::RightButton);
+    release(at(4.4 / 8));
+    EXPECT_EQ(script.reports.back().substr(0, 11), "move 0-0 to");
+    EXPECT_EQ(view.numberOfItemsInSection(0), 8);
+}
+
 TEST_F(RingViewPress, movesAnItemIntoTheGapThatItOpens)
 {
     press(centerOf(0));

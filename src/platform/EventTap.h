@@ -1,6 +1,10 @@
 #pragma once
 
+#include "platform/Touch.h"
+
 #include <QObject>
+
+#include <chrono>
 
 namespace Orbita {
 
@@ -24,6 +28,45 @@ public:
 
 Q_SIGNALS:
     void mouseUp();
+};
+
+/// Presses of the mouse buttons other than the left and the right one. Turning a wheel presses none.
+class OtherMouseDownEventTap : public EventTap {
+    Q_OBJECT
+public:
+    using EventTap::EventTap;
+
+Q_SIGNALS:
+    /// \a buttonNumber is 2 for the middle button, 3 and 4 for those that go back and forward, and so on.
+    void otherMouseDown(int buttonNumber);
+};
+
+/// Movements of the pointer.
+class MouseMovedEventTap : public EventTap {
+    Q_OBJECT
+public:
+    using EventTap::EventTap;
+
+    /// Tells of no movement for \a duration, which costs nothing, and then goes on; for who has seen enough for now.
+    virtual void pause(std::chrono::milliseconds duration) = 0;
+
+Q_SIGNALS:
+    void mouseMoved();
+};
+
+/// Fingers on the touchpads.
+class TouchEventTap : public EventTap {
+    Q_OBJECT
+public:
+    using EventTap::EventTap;
+
+Q_SIGNALS:
+    /// Something changed on a pad, which is now touched by \a touching; by none when the last finger was lifted or the
+    /// pad vanished.
+    void gesture(const Orbita::Touches &touching);
+    /// The fingers that touch a pad have moved apart or together by more than a tenth since they touched it, or since
+    /// the last time. Follows the gesture of that moment.
+    void magnify();
 };
 
 } // namespace Orbita

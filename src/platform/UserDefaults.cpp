@@ -50,4 +50,11 @@ bool UserDefaults::boolean(const QString &key) const
         || text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0 || integer(key) != 0;
 }
 
+void UserDefaults::announceExternalChange(const QStringList &keys)
+{
+    Q_EMIT changedExternally(keys);
+    for (const QString &key : keys)
+        Q_EMIT changed(key);
+}
+
 } // namespace Orbita

@@ -30,8 +30,14 @@ public:
     [[nodiscard]] bool contains(const QString &key) const { return value(key).isValid(); }
 
 Q_SIGNALS:
+    /// \a key was set, whether or not to another value, or another program changed it.
+    void changed(const QString &key);
     /// Another program changed the values of \a keys. Not emitted for our own writes.
     void changedExternally(const QStringList &keys);
+
+protected:
+    /// Emits what there is to emit when another program changed the values of \a keys.
+    void announceExternalChange(const QStringList &keys);
 };
 
 } // namespace Orbita

@@ -46,8 +46,12 @@ TYPED_TEST_SUITE(UserDefaultsContract, BackEnds);
 TYPED_TEST(UserDefaultsContract, storesAndRemovesValues)
 {
     UserDefaults &defaults = this->m_defaults;
+    QVariantList announced;
+    QObject::connect(&defaults, &UserDefaults::changed, &defaults,
+                     [&](const QString &changed) { announced.append(defaults.value(changed)); });
     EXPECT_FALSE(defaults.contains(key));
     defaults.setValue(key, 5);
+    EXPECT_EQ(announced, QVariantList{qint64(5)});
     defaults.setValue(other, QStringList{QStringLiteral("a"), QStringLiteral("b")});
     EXPECT_EQ(defaults.value(key).typeId(), QMetaType::LongLong);
     EXPECT_EQ(defaults.integer(key), 5);

@@ -4,6 +4,7 @@
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
 #include "model/MenuItem.h"
+#include "platform/memory/MemoryEventTaps.h"
 #include "platform/memory/MemoryRunningApplications.h"
 #include "platform/memory/MemoryStage.h"
 #include "platform/memory/MemoryUserDefaults.h"

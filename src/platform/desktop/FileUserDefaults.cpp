@@ -45,6 +45,7 @@ void FileUserDefaults::setValue(const QString &key, const QVariant &value)
     reload();
     m_unsaved.insert(key, stored->toMap().value(key));
     save();
+    Q_EMIT changed(key);
 }
 
 bool FileUserDefaults::synchronize()
@@ -73,7 +74,7 @@ void FileUserDefaults::reload()
     const QVariantMap before = values();
     readFile();
     if (const QStringList keys = differingKeys(before, values()); !keys.isEmpty())
-        Q_EMIT changedExternally(keys);
+        announceExternalChange(keys);
 }
 
 void FileUserDefaults::readFile()

@@ -2,7 +2,6 @@
 
 #include "platform/BlurBehind.h"
 #include "platform/DesktopAppearance.h"
-#include "platform/EventTap.h"
 #include "platform/Stage.h"
 
 namespace Orbita {
@@ -62,34 +61,6 @@ public:
 
 private:
     bool m_available = false;
-};
-
-class MemoryMouseUpEventTap final : public MouseUpEventTap {
-    Q_OBJECT
-public:
-    using MouseUpEventTap::MouseUpEventTap;
-
-    [[nodiscard]] bool isEnabled() const override { return m_enabled; }
-    bool setEnabled(bool enabled) override
-    {
-        if (enabled && sourceLost)
-            return false;
-        m_enabled = enabled;
-        return true;
-    }
-    /// As if the window system had switched the tap off.
-    void loseSource() { m_enabled = false; }
-    /// Releases the button; nothing is heard while the tap is disabled.
-    void release()
-    {
-        if (m_enabled)
-            Q_EMIT mouseUp();
-    }
-
-    bool sourceLost = false; ///< while true the tap cannot be enabled
-
-private:
-    bool m_enabled = false;
 };
 
 class MemoryDesktopAppearance final : public DesktopAppearance {

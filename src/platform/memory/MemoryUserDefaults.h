@@ -16,24 +16,31 @@ public:
     [[nodiscard]] QVariant value(const QString &key) const override { return m_values.value(key); }
     void setValue(const QString &key, const QVariant &value) override
     {
-        const auto stored = PropertyList::normalized(value.isValid() ? QVariantMap{{key, value}} : QVariantMap());
-        if (!stored)
-            return; // not representable
-        m_values.remove(key);
-        m_values.insert(stored->toMap());
+        if (store(key, value))
+            Q_EMIT changed(key);
     }
     bool synchronize() override { return synchronizes; }
 
     /// As if another program had written \a value under \a key.
     void changeExternally(const QString &key, const QVariant &value)
     {
-        setValue(key, value);
-        Q_EMIT changedExternally({key});
+        if (store(key, value))
+            announceExternalChange({key});
     }
 
     bool synchronizes = true; ///< what synchronize() answers
 
 private:
+    bool store(const QString &key, const QVariant &value)
+    {
+        const auto stored = PropertyList::normalized(value.isValid() ? QVariantMap{{key, value}} : QVariantMap());
+        if (!stored)
+            return false; // not representable
+        m_values.remove(key);
+        m_values.insert(stored->toMap());
+        return true;
+    }
+
     QVariantMap m_values;
 };
 

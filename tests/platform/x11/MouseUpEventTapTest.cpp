@@ -1,6 +1,6 @@
 #include "ForeignClient.h"
 
-#include "platform/memory/MemoryStage.h"
+#include "platform/memory/MemoryEventTaps.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11MouseUpEventTap.h"
 

@@ -14,7 +14,8 @@
 #include "platform/x11/X11BlurBehind.h"
 #include "platform/x11/X11Compositor.h"
 #include "platform/x11/X11Connection.h"
-#include "platform/x11/X11MouseUpEventTap.h"
+#include "platform/x11/X11EventTaps.h"
+#include "platform/x11/X11RawInput.h"
 #include "platform/x11/X11RunningApplications.h"
 #include "platform/x11/X11Stage.h"
 #include "platform/x11/X11StartupNotifier.h"
@@ -44,7 +45,8 @@ struct X11Desktop {
     X11Compositor compositor{connection};
     X11Stage stage{connection, windowManager, compositor};
     X11BlurBehind blur{connection, compositor};
-    X11MouseUpEventTap mouseUpTap{connection};
+    X11RawInput rawInput{connection};
+    X11MouseUpEventTap mouseUpTap{rawInput};
     GioWorkspace workspace{std::make_unique<X11StartupNotifier>(connection)};
     ApplicationIndex index;
     X11RunningApplications runningApplications{connection, windowManager, index,

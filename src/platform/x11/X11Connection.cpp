@@ -185,11 +185,29 @@ void X11Connection::dispatch(const xcb_generic_event_t &event)
             Q_EMIT pointerMappingChanged();
     } else if (m_fixesFirstEvent != 0 && type == m_fixesFirstEvent + XCB_XFIXES_SELECTION_NOTIFY) {
         Q_EMIT compositorOwnerChanged(as<xcb_xfixes_selection_notify_event_t>(event).owner != XCB_NONE);
-    } else if (type == XCB_GE_GENERIC && as<xcb_ge_generic_event_t>(event).extension == m_inputOpcode
-               && as<xcb_ge_generic_event_t>(event).event_type == XCB_INPUT_RAW_BUTTON_RELEASE) {
-        Q_EMIT rawButtonReleased(as<xcb_input_raw_button_release_event_t>(event).detail);
+    } else if (type == XCB_GE_GENERIC && as<xcb_ge_generic_event_t>(event).extension == m_inputOpcode) {
+        dispatchRaw(as<xcb_ge_generic_event_t>(event));
     }
     // Errors of requests about windows that have vanished meanwhile arrive here too and are expected.
+}
+
+void X11Connection::dispatchRaw(const xcb_ge_generic_event_t &event)
+{
+    // All raw events of the pointer begin in the same way.
+    const quint32 button = reinterpret_cast<const xcb_input_raw_button_press_event_t &>(event).detail;
+    switch (event.event_type) {
+    case XCB_INPUT_RAW_BUTTON_PRESS:
+        Q_EMIT rawButtonPressed(button);
+        break;
+    case XCB_INPUT_RAW_BUTTON_RELEASE:
+        Q_EMIT rawButtonReleased(button);
+        break;
+    case XCB_INPUT_RAW_MOTION:
+        Q_EMIT rawMotion();
+        break;
+    default:
+        break;
+    }
 }
 
 void X11Connection::noticeLoss()

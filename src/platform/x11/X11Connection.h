@@ -73,8 +73,11 @@ Q_SIGNALS:
     void windowUnmapped(xcb_window_t window);
     void windowDestroyed(xcb_window_t window);
     void compositorOwnerChanged(bool owned);
-    /// A mouse button, by its physical number, was released somewhere; only while raw releases are selected.
+    /// A mouse button, by its physical number, was pressed or released somewhere, or the pointer was moved; only while
+    /// these raw events are selected.
+    void rawButtonPressed(quint32 button);
     void rawButtonReleased(quint32 button);
+    void rawMotion();
     /// The logical numbers of the mouse buttons were changed.
     void pointerMappingChanged();
     /// All events that had arrived were delivered: the time to act on what they changed.
@@ -89,6 +92,7 @@ private:
     void deliver();
     void deliverLater();
     void dispatch(const xcb_generic_event_t &event);
+    void dispatchRaw(const xcb_ge_generic_event_t &event);
     [[nodiscard]] XcbPointer<xcb_generic_event_t> nextEvent();
     void noticeLoss();
 

@@ -7,7 +7,7 @@
 
 namespace Orbita {
 
-enum class Button { Left = 1, Middle = 2, Right = 3, WheelUp = 4, Back = 8 };
+enum class Button { Left = 1, Middle = 2, Right = 3, WheelUp = 4, Back = 8, Forward = 9 };
 
 /// Keyboard and pointer of the session, as devices: what is sent passes through grabs, focus and raw events just as
 /// that of a real keyboard and mouse. Coordinates are pixels of the whole screen, y downwards.

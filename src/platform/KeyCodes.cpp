@@ -65,7 +65,7 @@ constexpr Key keys[] = {
     {46, KEY_M},
     {47, KEY_DOT},
     {48, KEY_TAB},
-    {49, KEY_SPACE},
+    {Space, KEY_SPACE},
     {50, KEY_GRAVE},
     {51, KEY_BACKSPACE},
     {Escape, KEY_ESC},

@@ -10,6 +10,7 @@ class QKeyEvent;
 namespace Orbita::KeyCodes {
 
 inline constexpr quint16 Return = 36;
+inline constexpr quint16 Space = 49;
 inline constexpr quint16 Escape = 53;
 inline constexpr quint16 LeftArrow = 123;
 inline constexpr quint16 RightArrow = 124;

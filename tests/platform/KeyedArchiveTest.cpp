@@ -8,7 +8,6 @@ namespace Orbita {
 namespace {
 
 using namespace Qt::StringLiterals;
-using PropertyList::Uid;
 
 const QByteArray keyArchive = QByteArray::fromBase64(
     "YnBsaXN0MDDUAQIDBAUGBwpZJGFyY2hpdmVyWCR2ZXJzaW9uVCR0b3BYJG9iamVjdHNfEA9OU0tleWVkQXJjaGl2ZXISAAGGoNEICVRyb290gAGj"
@@ -17,12 +16,8 @@ const QByteArray keyArchive = QByteArray::fromBase64(
 const QByteArray nothingArchive = QByteArray::fromBase64(
     "YnBsaXN0MDDUAQIDBAUGBwpZJGFyY2hpdmVyWCR2ZXJzaW9uVCR0b3BYJG9iamVjdHNfEA9OU0tleWVkQXJjaGl2ZXISAAGGoNEICVRyb290gACh"
     "C1UkbnVsbAgRGyQpMkRJTFFTVQAAAAAAAAEBAAAAAAAAAAwAAAAAAAAAAAAAAAAAAABb");
+const auto uid = [](quint64 number) { return QVariant::fromValue(PropertyList::Uid{number}); };
 const QVariantMap keyFields{{u"KeyCode"_s, 49LL}, {u"ModifierFlags"_s, 0x80000LL}};
-
-QVariant uid(quint64 number)
-{
-    return QVariant::fromValue(Uid{number});
-}
 
 /// The parts of the archive above.
 QVariantMap parts(const QByteArray &archive = keyArchive)
@@ -52,20 +47,11 @@ std::optional<KeyedArchive::Object> decodedWith(const QString &part, const QVari
     return KeyedArchive::decode(PropertyList::encode(changed, PropertyList::Format::Binary).value());
 }
 
-/// The archive above with its object number \a at replaced.
-std::optional<KeyedArchive::Object> decodedWithObject(qsizetype at, const QVariant &object)
-{
-    QVariantList objects = parts()[u"$objects"_s].toList();
-    objects[at] = object;
-    return decodedWith(u"$objects"_s, objects);
-}
-
 TEST(KeyedArchive, resolvesReferencesToScalarsOnly)
 {
-    const QVariantMap fields{
-        {u"$class"_s, uid(2)}, {u"self"_s, uid(1)}, {u"outside"_s, uid(99)}, {u"none"_s, uid(0)}, {u"name"_s, uid(3)}};
     QVariantList objects = parts()[u"$objects"_s].toList();
-    objects[1] = fields;
+    objects[1] = QVariantMap{
+        {u"$class"_s, uid(2)}, {u"self"_s, uid(1)}, {u"outside"_s, uid(99)}, {u"none"_s, uid(0)}, {u"name"_s, uid(3)}};
     objects.append(u"text"_s);
     const auto object = decodedWith(u"$objects"_s, objects);
     ASSERT_TRUE(object);
@@ -76,18 +62,15 @@ TEST(KeyedArchive, refusesOtherBytes)
 {
     EXPECT_FALSE(decodedWith(u"$archiver"_s, u"Other"_s));
     EXPECT_FALSE(decodedWith(u"$version"_s, 99999));
-    EXPECT_FALSE(decodedWith(u"$objects"_s, u"text"_s));
-    for (const QVariant &root : {uid(3), uid(~0ULL), uid(2), QVariant(1), QVariant(u"1"_s)})
-        EXPECT_FALSE(decodedWith(u"$top"_s, QVariantMap{{u"root"_s, root}})) << root.typeName();
-    for (const QVariant &type : {uid(0), uid(1), uid(3), QVariant(2)})
-        EXPECT_FALSE(decodedWithObject(1, QVariantMap{{u"$class"_s, type}})) << type.typeName();
-    for (const QVariant &names : {QVariant(), QVariant(QVariantList()), QVariant(QVariantList{u"Key"_s, 1}),
-                                  QVariant(QVariantList{u"Other"_s}), QVariant(u"Key"_s)}) {
-        QVariantMap description{{u"$classname"_s, u"Key"_s}};
-        if (names.isValid())
-            description[u"$classes"_s] = names;
-        EXPECT_FALSE(decodedWithObject(2, description)) << names.typeName();
+    for (const QVariant &root : {uid(3), uid(~0ULL), uid(2), QVariant(1)})
+        EXPECT_FALSE(decodedWith(u"$top"_s, QVariantMap{{u"root"_s, root}}));
+    const QVariant name = u"Key"_s;
+    for (const QVariant &names : {name, QVariant(QVariantList()), QVariant(QVariantList{name, 1})}) {
+        const QVariantMap description{{u"$classname"_s, name}, {u"$classes"_s, names}};
+        EXPECT_FALSE(decodedWith(u"$objects"_s, QVariantList{0, QVariantMap{{u"$class"_s, uid(2)}}, description}));
     }
+    for (const QVariant &type : {uid(0), uid(1), uid(3), QVariant(2)})
+        EXPECT_FALSE(decodedWith(u"$objects"_s, QVariantList{0, QVariantMap{{u"$class"_s, type}}}));
     for (qsizetype size = 0; size < keyArchive.size(); ++size)
         EXPECT_FALSE(KeyedArchive::decode(keyArchive.first(size))) << size;
 }

@@ -4,6 +4,9 @@
 
 #include <xcb/xfixes.h>
 #include <xcb/xinput.h>
+#define explicit explicit_ // a field's name there
+#include <xcb/xkb.h>
+#undef explicit
 
 #include <cstring>
 #include <utility>
@@ -124,6 +127,28 @@ xcb_timestamp_t X11Connection::serverTime()
     return time;
 }
 
+bool X11Connection::watchKeyboard()
+{
+    if (m_keyboardEvent != 0)
+        return m_alive;
+    const auto *keyboard = xcb_get_extension_data(m_xcb, &xcb_xkb_id);
+    if (keyboard == nullptr || !keyboard->present)
+        return false;
+    const auto use = reply(xcb_xkb_use_extension_reply,
+                           xcb_xkb_use_extension(m_xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION));
+    if (!use || !use->supported)
+        return false;
+    m_keyboardEvent = keyboard->first_event;
+    constexpr quint16 everything = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr quint16 allMapParts = 0xff;
+    xcb_xkb_select_events_details_t details{};
+    details.affectState = XCB_XKB_STATE_PART_GROUP_STATE;
+    details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
+    xcb_xkb_select_events_aux(m_xcb, XCB_XKB_ID_USE_CORE_KBD, everything | XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0,
+                              everything, allMapParts, allMapParts, &details);
+    return true;
+}
+
 void X11Connection::watchWindow(xcb_window_t window)
 {
     select(window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
@@ -183,6 +208,10 @@ void X11Connection::dispatch(const xcb_generic_event_t &event)
     } else if (type == XCB_MAPPING_NOTIFY) {
         if (as<xcb_mapping_notify_event_t>(event).request == XCB_MAPPING_POINTER)
             Q_EMIT pointerMappingChanged();
+        else
+            Q_EMIT keyboardChanged();
+    } else if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE || (m_keyboardEvent != 0 && type == m_keyboardEvent)) {
+        dispatchKeyboard(event);
     } else if (m_fixesFirstEvent != 0 && type == m_fixesFirstEvent + XCB_XFIXES_SELECTION_NOTIFY) {
         Q_EMIT compositorOwnerChanged(as<xcb_xfixes_selection_notify_event_t>(event).owner != XCB_NONE);
     } else if (type == XCB_GE_GENERIC && as<xcb_ge_generic_event_t>(event).extension == m_inputOpcode) {
@@ -208,6 +237,20 @@ void X11Connection::dispatchRaw(const xcb_ge_generic_event_t &event)
     default:
         break;
     }
+}
+
+void X11Connection::dispatchKeyboard(const xcb_generic_event_t &event)
+{
+    const quint8 type = event.response_type;            // keys that another client made up are none
+    const auto &key = as<xcb_key_press_event_t>(event); // a release is laid out alike
+    if (type == XCB_KEY_PRESS)
+        Q_EMIT keyPressed(key.detail, key.state, key.time);
+    else if (type == XCB_KEY_RELEASE)
+        Q_EMIT keyReleased(key.detail, key.state, key.time);
+    else if (type == m_keyboardEvent && as<xcb_xkb_state_notify_event_t>(event).xkbType == XCB_XKB_STATE_NOTIFY)
+        Q_EMIT keyboardGroupChanged();
+    else if (type == m_keyboardEvent)
+        Q_EMIT keyboardChanged();
 }
 
 void X11Connection::noticeLoss()

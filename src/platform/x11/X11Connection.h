@@ -62,6 +62,12 @@ public:
     /// Costs one round trip.
     [[nodiscard]] xcb_timestamp_t serverTime();
 
+    /// Delivers from the event loop what came in with replies that somebody else waited for on this connection.
+    void deliverLater();
+    /// Hears of the groups and of all changes of the keyboard from now on, for what reads it with XKB; core notices
+    /// of it may stay away then. Costs two round trips, once. False when the server does not offer that.
+    [[nodiscard]] bool watchKeyboard();
+
     /// Hears of the properties, the unmapping and the end of \a window from now on.
     void watchWindow(xcb_window_t window);
     /// Hears of the unmapping and the end of \a window only.
@@ -80,6 +86,13 @@ Q_SIGNALS:
     void rawMotion();
     /// The logical numbers of the mouse buttons were changed.
     void pointerMappingChanged();
+    /// A key went down or up while a passive grab of this connection held it. \a state is that before the event.
+    void keyPressed(quint8 key, quint16 state, xcb_timestamp_t time);
+    void keyReleased(quint8 key, quint16 state, xcb_timestamp_t time);
+    /// Keys may type something else now, or modifiers be elsewhere. Several of these come for one change.
+    void keyboardChanged();
+    /// The keyboard types in another group of its layout now; only while the keyboard is watched.
+    void keyboardGroupChanged();
     /// All events that had arrived were delivered: the time to act on what they changed.
     void eventsDelivered();
     /// The server has gone away.
@@ -90,9 +103,9 @@ private:
     void select(xcb_window_t window, uint32_t events);
     void requestNotices();
     void deliver();
-    void deliverLater();
     void dispatch(const xcb_generic_event_t &event);
     void dispatchRaw(const xcb_ge_generic_event_t &event);
+    void dispatchKeyboard(const xcb_generic_event_t &event);
     [[nodiscard]] XcbPointer<xcb_generic_event_t> nextEvent();
     void noticeLoss();
 
@@ -105,6 +118,7 @@ private:
     std::array<xcb_atom_t, X11AtomCount> m_atoms{};
     quint8 m_inputOpcode = 0;
     quint8 m_fixesFirstEvent = 0;
+    quint8 m_keyboardEvent = 0;                            ///< all events of XKB; 0 while the keyboard is not watched
     std::deque<XcbPointer<xcb_generic_event_t>> m_pending; ///< taken off the wire, not yet delivered
     std::unique_ptr<QSocketNotifier> m_notifier;
 };

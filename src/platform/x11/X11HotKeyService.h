@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/HotKeyService.h"
+#include "platform/x11/X11Keyboard.h"
+
+#include <QTimer>
+
+#include <optional>
+#include <vector>
+
+namespace Orbita {
+
+/// Takes hot keys by passive grabs on the root window, each with and without every lock.
+///
+/// What is taken stays taken when the keyboard changes: a grab follows its modifiers to other bits. While it cannot
+/// be had it is not pressed, and it is tried for again at each further change.
+class X11HotKeyService final : public HotKeyService {
+    Q_OBJECT
+public:
+    /// Asks the server for nothing before the first grab.
+    explicit X11HotKeyService(X11Connection &connection, QObject *parent = nullptr);
+    /// Gives all hot keys back.
+    ~X11HotKeyService() override;
+
+    [[nodiscard]] Result<void, GrabError> grab(HotKeyId id, KeyCombination combination) override;
+    void release(HotKeyId id) override;
+    [[nodiscard]] bool isTakenByOther(KeyCombination combination) override;
+
+private:
+    struct HotKey {
+        HotKeyId id;
+        KeyCombination combination;
+        std::optional<X11KeyGrab> grab; ///< what the server has given; nothing while it cannot be had
+        bool missReported = false;
+    };
+
+    [[nodiscard]] bool isOurs(const X11KeyGrab &grab) const;
+    [[nodiscard]] Result<void, GrabError> take(const X11KeyGrab &grab);
+    void giveBack(const X11KeyGrab &grab);
+    void followKeyboard();
+    void retake(HotKey &hotKey, const std::optional<X11KeyGrab> &grab);
+    void press(quint8 key, quint16 state, xcb_timestamp_t time);
+
+    struct Release {
+        quint8 key = 0;
+        xcb_timestamp_t time = 0;
+    };
+
+    X11Connection &m_connection;
+    std::vector<HotKey> m_hotKeys;
+    std::optional<Release> m_lastRelease;
+    QTimer m_keyboardSettles;
+};
+
+} // namespace Orbita

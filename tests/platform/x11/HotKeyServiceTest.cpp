@@ -1,0 +1,234 @@
+#include "ForeignClient.h"
+
+#include "platform/memory/MemoryHotKeyService.h"
+#include "platform/x11/X11HotKeyService.h"
+#include "support/RowName.h"
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+namespace {
+
+using Heard = std::vector<quint32>;
+
+/// A combination, and what is pressed for it on an English keyboard.
+struct Chord {
+    KeyCombination combination;
+    const char *keys;
+};
+constexpr Chord controlSpace{{49, ControlKey}, "Control+space"};
+constexpr Chord superSpace{{49, CommandKey}, "Super+space"};
+constexpr Chord marker{{98, 0}, "F7"};
+
+// A keyboard for each back end, whose keys a test presses, and where another program may take Control and Space.
+
+struct MemoryKeyboard {
+    MemoryHotKeyService service;
+
+    void press(const Chord &chord) { service.press(chord.combination); }
+    void takeElsewhere() { service.takenByOthers = {controlSpace.combination}; }
+    void releaseElsewhere() { service.takenByOthers.clear(); }
+    void loseService() { service.nextError = GrabError::NotSupported; }
+};
+
+struct X11Keys {
+    VirtualDisplay display;
+    X11Connection connection{display.name()};
+    X11HotKeyService service{connection};
+    ForeignClient other{display.name()};
+
+    void press(const char *keys)
+    {
+        const xcb_timestamp_t before = connection.serverTime();
+        while (connection.serverTime() == before) // within one millisecond it would look like a key that repeats
+            continue;
+        other.input.tap(QString::fromLatin1(keys));
+    }
+    void press(const Chord &chord) { press(chord.keys); }
+    /// Whether the other program can take Space with \a modifiers.
+    [[nodiscard]] bool grabSpaceElsewhere(quint16 modifiers)
+    {
+        (void)connection.serverTime(); // what the service has given back is free then
+        const auto request = xcb_grab_key_checked(other.connection, 0, other.connection.root(), modifiers, 65,
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        return !XReply<xcb_generic_error_t>(xcb_request_check(other.connection, request));
+    }
+    void takeElsewhere() { EXPECT_TRUE(grabSpaceElsewhere(XCB_MOD_MASK_CONTROL)); }
+    void releaseElsewhere() const
+    {
+        xcb_ungrab_key(other.connection, 65, other.connection.root(), XCB_MOD_MASK_ANY);
+        other.connection.sync();
+    }
+    void loseService() { display.kill(); }
+    void run(const QString &command) const
+    {
+        EXPECT_EQ(display.start(QStringLiteral("sh"), {QStringLiteral("-c"), command}).waitForExit(), 0);
+    }
+};
+
+template <typename Keyboard>
+class HotKeyContract : public testing::Test {
+protected:
+    HotKeyContract()
+    {
+        QObject::connect(&service, &HotKeyService::pressed, &service, [this](HotKeyId id) { heard.push_back(id.id); });
+        EXPECT_TRUE(grab(0, marker.combination));
+    }
+    auto grab(quint32 id, KeyCombination combination) { return service.grab({0x4d415353, id}, combination); }
+    void expectRefusal(KeyCombination combination, GrabError error)
+    {
+        const auto result = grab(9, combination);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error(), error);
+    }
+    /// What was pressed since the last question: all that has been heard once a marker is, which comes last.
+    Heard pressed()
+    {
+        keyboard.press(marker);
+        EXPECT_TRUE(eventually([this] { return !heard.empty() && heard.back() == 0; }));
+        heard.resize(heard.empty() ? 0 : heard.size() - 1);
+        return std::exchange(heard, {});
+    }
+
+    Keyboard keyboard;
+    HotKeyService &service = keyboard.service;
+    Heard heard;
+};
+using Keyboards = testing::Types<MemoryKeyboard, X11Keys>;
+TYPED_TEST_SUITE(HotKeyContract, Keyboards);
+
+TYPED_TEST(HotKeyContract, aHotKeyIsPressedWhileItIsHeldByOneIdOnly)
+{
+    ASSERT_TRUE(this->grab(1, controlSpace.combination));
+    ASSERT_TRUE(this->grab(2, superSpace.combination));
+    this->expectRefusal(controlSpace.combination, GrabError::TakenByOther);
+    EXPECT_FALSE(this->service.isTakenByOther(controlSpace.combination));
+    this->keyboard.press(superSpace);
+    this->keyboard.press(controlSpace);
+    EXPECT_EQ(this->pressed(), (Heard{2, 1}));
+
+    this->service.release({0x4d415353, 1});
+    this->service.release({0x4d415353, 7});
+    this->keyboard.press(controlSpace);
+    EXPECT_EQ(this->pressed(), Heard{});
+    EXPECT_TRUE(this->grab(3, controlSpace.combination));
+    this->keyboard.press(controlSpace);
+    EXPECT_EQ(this->pressed(), Heard{3});
+}
+
+TYPED_TEST(HotKeyContract, whatAnotherProgramHoldsIsOutOfReachUntilItLetsGo)
+{
+    this->keyboard.takeElsewhere();
+    EXPECT_TRUE(this->service.isTakenByOther(controlSpace.combination));
+    this->expectRefusal(controlSpace.combination, GrabError::TakenByOther);
+    this->keyboard.releaseElsewhere();
+    EXPECT_FALSE(this->service.isTakenByOther(controlSpace.combination));
+    EXPECT_TRUE(this->grab(1, controlSpace.combination));
+    this->keyboard.loseService();
+    this->expectRefusal(superSpace.combination, GrabError::NotSupported);
+}
+
+using X11HotKeys = HotKeyContract<X11Keys>;
+
+struct PressRow {
+    const char *name;
+    KeyCombination combination;
+    QStringList switchedOn;
+    const char *keys;
+    Heard heard{1};
+};
+
+class PressedOnX11 : public X11HotKeys, public testing::WithParamInterface<PressRow> {};
+
+TEST_P(PressedOnX11, whileAnotherProgramHasTheFocus)
+{
+    const xcb_window_t window = keyboard.other.show({});
+    xcb_set_input_focus(keyboard.other.connection, XCB_INPUT_FOCUS_NONE, window, XCB_CURRENT_TIME);
+    ASSERT_TRUE(grab(1, GetParam().combination));
+    for (const QString &lock : GetParam().switchedOn)
+        keyboard.other.input.tap(lock);
+    keyboard.press(GetParam().keys);
+    EXPECT_EQ(pressed(), GetParam().heard);
+}
+
+const QString capsLock = QStringLiteral("Caps_Lock");
+const QString numLock = QStringLiteral("Num_Lock");
+constexpr KeyCombination controlA{0, ControlKey};
+INSTANTIATE_TEST_SUITE_P(Keys, PressedOnX11,
+                         testing::Values(PressRow{"a key alone", {96, 0}, {}, "F5"},
+                                         PressRow{"with Command", {0, CommandKey}, {}, "Super+a"},
+                                         PressRow{
+                                             "with Option and Shift", {0, OptionKey | ShiftKey}, {}, "Alt+Shift+a"},
+                                         PressRow{"with Caps Lock on", controlA, {capsLock}, "Control+a"},
+                                         PressRow{"with Num Lock on", controlA, {numLock}, "Control+a"},
+                                         PressRow{"with both on", controlA, {capsLock, numLock}, "Control+a"},
+                                         PressRow{"not without the modifier", controlA, {}, "a", {}},
+                                         PressRow{"not with one more modifier", controlA, {}, "Control+Shift+a", {}}),
+                         rowName<PressRow>);
+
+TEST_F(X11HotKeys, aKeyThatRepeatsIsPressedOnce)
+{
+    keyboard.run(QStringLiteral("xset r rate 50 100"));
+    ASSERT_TRUE(grab(1, controlSpace.combination));
+    int presses = 0;
+    QObject::connect(&keyboard.connection, &X11Connection::keyPressed, &service, [&] { ++presses; });
+    const auto codes = keyboard.other.input.keyCodes(QString::fromLatin1(controlSpace.keys));
+    keyboard.other.input.pressKeys(codes);
+    EXPECT_TRUE(eventually([&] { return presses >= 4; }));
+    keyboard.other.input.releaseKeys(codes);
+    keyboard.press(controlSpace);
+    EXPECT_EQ(pressed(), (Heard{1, 1}));
+}
+
+TEST_F(X11HotKeys, needTheKeyAndItsModifiersOnTheKeyboard)
+{
+    keyboard.run(QStringLiteral("xmodmap -e 'clear mod4' -e 'keycode 38 ='"));
+    for (const KeyCombination absent : {KeyCombination{0, 0}, superSpace.combination, {127, 0}, {0x10000, 0}}) {
+        expectRefusal(absent, GrabError::NoSuchKey);
+        EXPECT_FALSE(service.isTakenByOther(absent));
+    }
+}
+
+TEST_F(X11HotKeys, areGivenBackAfterAPartialRefusalAndAtTheEnd)
+{
+    ASSERT_TRUE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_LOCK));
+    expectRefusal(controlSpace.combination, GrabError::TakenByOther);
+    EXPECT_TRUE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_CONTROL));
+    {
+        X11HotKeyService brief(keyboard.connection);
+        ASSERT_TRUE(brief.grab({}, superSpace.combination));
+        EXPECT_FALSE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_4));
+    }
+    EXPECT_TRUE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_4));
+}
+
+TEST_F(X11HotKeys, stayOnTheirKeysWhenTheLayoutChanges)
+{
+    ASSERT_TRUE(grab(1, {16, ControlKey}));
+    keyboard.press("Control+y");
+    keyboard.run(QStringLiteral("setxkbmap de"));
+    keyboard.press("Control+z");
+    EXPECT_EQ(pressed(), (Heard{1, 1}));
+}
+
+TEST_F(X11HotKeys, followTheirModifiersToOtherBitsAndAreTriedForAgain)
+{
+    ASSERT_TRUE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_3));
+    ASSERT_TRUE(grab(1, superSpace.combination));
+    keyboard.run(QStringLiteral("xmodmap -e 'clear mod4' -e 'add mod3 = Super_L'"));
+    EXPECT_TRUE(eventually([&] { return keyboard.grabSpaceElsewhere(XCB_MOD_MASK_4); }));
+    keyboard.press(superSpace);
+    EXPECT_EQ(pressed(), Heard{});
+
+    keyboard.releaseElsewhere();
+    keyboard.run(QStringLiteral("xmodmap -e 'add mod5 = Scroll_Lock'"));
+    for (const char *keys : {"Super+space", "Scroll_Lock+Super+space"}) {
+        EXPECT_TRUE(eventually([&] {
+            keyboard.press(keys);
+            return pressed() == Heard{1};
+        })) << keys;
+    }
+}
+
+} // namespace
+} // namespace Orbita

@@ -10,12 +10,26 @@ QStringList currentDesktops()
     return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
 }
 
+GlibPointer<GSettingsSchema> installedSchema(const char *id)
+{
+    GSettingsSchemaSource *source = g_settings_schema_source_get_default();
+    return GlibPointer<GSettingsSchema>(source ? g_settings_schema_source_lookup(source, id, TRUE) : nullptr);
+}
+
+GObjectPointer<GSettings> openSettings(const char *id, const QString &path)
+{
+    const auto schema = installedSchema(id);
+    const bool hasPlace = schema && g_settings_schema_get_path(schema.get());
+    const bool isPath = path.startsWith(u'/') && path.endsWith(u'/') && !path.contains(QLatin1String("//"));
+    if (!schema || hasPlace != path.isEmpty() || (!path.isEmpty() && !isPath))
+        return nullptr;
+    return GObjectPointer<GSettings>(
+        g_settings_new_full(schema.get(), nullptr, hasPlace ? nullptr : path.toUtf8().constData()));
+}
+
 GObjectPointer<GSettings> openInterfaceSettings()
 {
-    constexpr char id[] = "org.gnome.desktop.interface";
-    GSettingsSchemaSource *source = g_settings_schema_source_get_default();
-    const GlibPointer<GSettingsSchema> schema(source ? g_settings_schema_source_lookup(source, id, TRUE) : nullptr);
-    return GObjectPointer<GSettings>(schema ? g_settings_new_full(schema.get(), nullptr, nullptr) : nullptr);
+    return openSettings("org.gnome.desktop.interface");
 }
 
 bool hasKey(GSettings *settings, const char *key)

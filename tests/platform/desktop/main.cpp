@@ -12,6 +12,23 @@ using namespace Orbita;
 
 namespace {
 
+/// A desktop that binds keys in lists, as single texts and to what the user wants.
+constexpr char shortcutSchemas[] = R"(<schemalist>
+  <schema id='org.gnome.desktop.wm.keybindings' path='/org/gnome/desktop/wm/keybindings/'>
+    <key name='a' type='as'><default>['&lt;Super&gt;space', '&lt;Primary&gt;&lt;Alt&gt;T', 'F1']</default></key>
+    <key name='b' type='as'><default>['', 'disabled', '&lt;Super', '&lt;Hyper&gt;x', '&lt;Super&gt;']</default></key>
+    <key name='c' type='b'><default>true</default></key>
+    <key name='d' type='as'><default>['&lt;mod4&gt;Tab', '&lt;Super&gt;&lt;Alt&gt;Above_Tab', 'XF86Mail']</default></key>
+  </schema>
+  <schema id='org.gnome.settings-daemon.plugins.media-keys' path='/org/gnome/settings-daemon/plugins/media-keys/'>
+    <key name='copy' type='s'><default>'&lt;Shift&gt;c'</default></key>
+    <key name='custom-keybindings' type='as'><default>['/own/0/', 'x//', '/y']</default></key>
+  </schema>
+  <schema id='org.gnome.settings-daemon.plugins.media-keys.custom-keybinding'>
+    <key name='binding' type='s'><default>'&lt;Shift&gt;&lt;Super&gt;x'</default></key>
+  </schema>
+</schemalist>)";
+
 void enterSession()
 {
     const auto &folders = PrivateSession::folders();
@@ -31,6 +48,7 @@ void enterSession()
                         "<schemalist><schema id='org.gnome.desktop.interface' path='/org/gnome/desktop/interface/'>"
                         "<key name='enable-animations' type='b'><default>true</default></key>"
                         "<key name='icon-theme' type='s'><default>'Plain'</default></key></schema></schemalist>");
+    folders.write(QStringLiteral("share/glib-2.0/schemas/shortcuts.gschema.xml"), shortcutSchemas);
     if (QProcess::execute(QStringLiteral("glib-compile-schemas"), {schema.section(u'/', 0, -2)}) != 0)
         qFatal("glib-compile-schemas failed");
     QFile::link(QStringLiteral("/usr/share/mime"), PrivateSession::path("share/mime"));

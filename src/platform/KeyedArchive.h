@@ -8,10 +8,10 @@
 
 /// Property lists that hold one object by its class and named fields.
 ///
-/// The root dictionary names its `$archiver`, `NSKeyedArchiver`, and its `$version`, 100000. `$objects` lists all
-/// objects, the first of which is "$null" and stands for nothing; `$top` refers to one of them as its "root". An object
-/// is a dictionary of its fields with a reference to its `$class`, a dictionary as well: `$classname` and, from that
-/// class up to the one without a parent, `$classes`.
+/// The root dictionary names its `$archiver` and `$version`. `$objects` lists all objects, the first of which is
+/// "$null" and stands for nothing; `$top` refers to one of them as its "root". An object is a dictionary of its fields
+/// with a reference to its `$class`, a dictionary as well: `$classname` and, from that class up to the one without a
+/// parent, `$classes`.
 namespace Orbita::KeyedArchive {
 
 /// An object in an archive.

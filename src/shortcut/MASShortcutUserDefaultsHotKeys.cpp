@@ -13,6 +13,7 @@ MASShortcutUserDefaultsHotKeys::MASShortcutUserDefaultsHotKeys(UserDefaults &def
 
 void MASShortcutUserDefaultsHotKeys::registerGlobalShortcut(const QString &userDefaultsKey, Handler handler)
 {
+    // It is there before the old one goes, as the header says.
     auto hotKey
         = std::make_unique<MASShortcutUserDefaultsHotKey>(m_defaults, m_monitors, userDefaultsKey, std::move(handler));
     m_hotKeys.insert_or_assign(userDefaultsKey, std::move(hotKey));

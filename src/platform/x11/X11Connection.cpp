@@ -222,17 +222,23 @@ void X11Connection::dispatch(const xcb_generic_event_t &event)
 
 void X11Connection::dispatchRaw(const xcb_ge_generic_event_t &event)
 {
-    // All raw events of the pointer begin in the same way.
-    const quint32 button = reinterpret_cast<const xcb_input_raw_button_press_event_t &>(event).detail;
+    // All raw events are laid out alike.
+    const auto &raw = reinterpret_cast<const xcb_input_raw_button_press_event_t &>(event);
     switch (event.event_type) {
     case XCB_INPUT_RAW_BUTTON_PRESS:
-        Q_EMIT rawButtonPressed(button);
+        Q_EMIT rawButtonPressed(raw.detail);
         break;
     case XCB_INPUT_RAW_BUTTON_RELEASE:
-        Q_EMIT rawButtonReleased(button);
+        Q_EMIT rawButtonReleased(raw.detail);
         break;
     case XCB_INPUT_RAW_MOTION:
         Q_EMIT rawMotion();
+        break;
+    case XCB_INPUT_RAW_KEY_PRESS:
+        Q_EMIT rawKeyPressed(quint8(raw.detail), raw.time);
+        break;
+    case XCB_INPUT_RAW_KEY_RELEASE:
+        Q_EMIT rawKeyReleased(quint8(raw.detail));
         break;
     default:
         break;

@@ -84,6 +84,10 @@ Q_SIGNALS:
     void rawButtonPressed(quint32 button);
     void rawButtonReleased(quint32 button);
     void rawMotion();
+    /// A key went down or up somewhere, whoever holds a grab; only while these raw events are selected. A key that is
+    /// held goes down once.
+    void rawKeyPressed(quint8 key, xcb_timestamp_t time);
+    void rawKeyReleased(quint8 key);
     /// The logical numbers of the mouse buttons were changed.
     void pointerMappingChanged();
     /// A key went down or up while a passive grab of this connection held it. \a state is that before the event.

@@ -8,8 +8,8 @@
 
 namespace Orbita {
 
-X11HotKeyService::X11HotKeyService(X11Connection &connection, QObject *parent)
-    : HotKeyService(parent), m_connection(connection)
+X11HotKeyService::X11HotKeyService(X11Connection &connection, X11RawInput &input, QObject *parent)
+    : HotKeyService(parent), m_connection(connection), m_keysDown(connection, input)
 {
     using namespace std::chrono_literals;
     m_keyboardSettles.setSingleShot(true);
@@ -19,10 +19,13 @@ X11HotKeyService::X11HotKeyService(X11Connection &connection, QObject *parent)
         if (!m_hotKeys.empty())
             m_keyboardSettles.start();
     });
-    connect(&connection, &X11Connection::keyPressed, this, &X11HotKeyService::press);
+    connect(&connection, &X11Connection::keyPressed, this, [this](quint8 key, quint16 state, xcb_timestamp_t time) {
+        hearThroughGrab({key, time}, state);
+    });
     connect(&connection, &X11Connection::keyReleased, this, [this](quint8 key, quint16, xcb_timestamp_t time) {
         m_lastRelease = {key, time};
     });
+    connect(&m_keysDown, &X11KeysDown::pressed, this, [this](quint8 key, quint32 time) { hearRaw({key, time}); });
 }
 
 X11HotKeyService::~X11HotKeyService()
@@ -35,7 +38,7 @@ X11HotKeyService::~X11HotKeyService()
 
 Result<void, GrabError> X11HotKeyService::grab(HotKeyId id, KeyCombination combination)
 {
-    const auto keyboard = X11Keyboard::read(m_connection);
+    auto keyboard = X11Keyboard::read(m_connection);
     if (!keyboard)
         return Failure(GrabError::NotSupported);
     const auto wanted = keyboard->find(combination);
@@ -44,8 +47,11 @@ Result<void, GrabError> X11HotKeyService::grab(HotKeyId id, KeyCombination combi
     if (isOurs(*wanted)) // the server would give it to us again
         return Failure(GrabError::TakenByOther);
     const auto taken = take(*wanted);
-    if (taken)
+    if (taken) {
         m_hotKeys.push_back({id, combination, wanted});
+        m_keyboard = std::move(keyboard);
+        m_keysDown.follow();
+    }
     return taken;
 }
 
@@ -58,6 +64,10 @@ void X11HotKeyService::release(HotKeyId id)
     if (found->grab)
         giveBack(*found->grab);
     m_hotKeys.erase(found);
+    if (m_hotKeys.empty()) {
+        m_keysDown.stop();
+        m_keyboard.reset();
+    }
 }
 
 bool X11HotKeyService::isTakenByOther(KeyCombination combination)
@@ -104,13 +114,14 @@ void X11HotKeyService::giveBack(const X11KeyGrab &grab)
 
 void X11HotKeyService::followKeyboard()
 {
-    const auto keyboard = X11Keyboard::read(m_connection);
-    if (!keyboard)
+    auto keyboard = X11Keyboard::read(m_connection);
+    if (!keyboard || m_hotKeys.empty())
         return;
+    m_keyboard = std::move(keyboard);
     std::vector<std::optional<X11KeyGrab>> wanted;
     // All that moves is given back before any is taken: one hot key may move to where another one was.
     for (HotKey &hotKey : m_hotKeys) {
-        wanted.push_back(keyboard->find(hotKey.combination));
+        wanted.push_back(m_keyboard->find(hotKey.combination));
         if (hotKey.grab && hotKey.grab != wanted.back())
             giveBack(*std::exchange(hotKey.grab, {}));
     }
@@ -131,16 +142,31 @@ void X11HotKeyService::retake(HotKey &hotKey, const std::optional<X11KeyGrab> &g
     }
 }
 
-void X11HotKeyService::press(quint8 key, quint16 state, xcb_timestamp_t time)
+void X11HotKeyService::hearThroughGrab(Stroke press, quint16 state)
 {
     // A key that is held repeats as a release and a press at the same time.
-    if (m_lastRelease && m_lastRelease->key == key && m_lastRelease->time == time)
+    if (press == m_lastRelease || press == m_lastTold)
         return;
+    if (const auto id = hotKeyOf(press.key, state))
+        Q_EMIT pressed(*id);
+}
+
+void X11HotKeyService::hearRaw(Stroke press)
+{
+    const auto id
+        = m_keyboard ? hotKeyOf(press.key, m_keyboard->modifiersOf(m_keysDown.keys())) : std::optional<HotKeyId>();
+    if (!id)
+        return;
+    m_lastTold = press; // the grab tells of it next
+    Q_EMIT pressed(*id);
+}
+
+std::optional<HotKeyId> X11HotKeyService::hotKeyOf(quint8 key, quint16 modifiers) const
+{
     const auto found = std::find_if(m_hotKeys.begin(), m_hotKeys.end(), [=](const HotKey &hotKey) {
-        return hotKey.grab && hotKey.grab->matches(key, state);
+        return hotKey.grab && hotKey.grab->matches(key, modifiers);
     });
-    if (found != m_hotKeys.end())
-        Q_EMIT pressed(HotKeyId(found->id)); // who hears it may release it
+    return found == m_hotKeys.end() ? std::nullopt : std::optional(found->id);
 }
 
 } // namespace Orbita

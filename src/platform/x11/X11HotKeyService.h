@@ -12,13 +12,16 @@ namespace Orbita {
 
 /// Takes hot keys by passive grabs on the root window, each with and without every lock.
 ///
+/// A grab keeps the keys from other programs. It is silent while another program has the whole keyboard for itself, as
+/// menus do; so presses are heard through raw events, too, and told once.
+///
 /// What is taken stays taken when the keyboard changes: a grab follows its modifiers to other bits. While it cannot
 /// be had it is not pressed, and it is tried for again at each further change.
 class X11HotKeyService final : public HotKeyService {
     Q_OBJECT
 public:
-    /// Asks the server for nothing before the first grab.
-    explicit X11HotKeyService(X11Connection &connection, QObject *parent = nullptr);
+    /// Asks the server for nothing before the first grab. Both are borrowed.
+    X11HotKeyService(X11Connection &connection, X11RawInput &input, QObject *parent = nullptr);
     /// Gives all hot keys back.
     ~X11HotKeyService() override;
 
@@ -39,16 +42,23 @@ private:
     void giveBack(const X11KeyGrab &grab);
     void followKeyboard();
     void retake(HotKey &hotKey, const std::optional<X11KeyGrab> &grab);
-    void press(quint8 key, quint16 state, xcb_timestamp_t time);
-
-    struct Release {
+    /// One going down or up of a key.
+    struct Stroke {
         quint8 key = 0;
         xcb_timestamp_t time = 0;
+
+        friend bool operator==(const Stroke &, const Stroke &) = default;
     };
+    void hearThroughGrab(Stroke press, quint16 state);
+    void hearRaw(Stroke press);
+    [[nodiscard]] std::optional<HotKeyId> hotKeyOf(quint8 key, quint16 modifiers) const;
 
     X11Connection &m_connection;
     std::vector<HotKey> m_hotKeys;
-    std::optional<Release> m_lastRelease;
+    std::optional<X11Keyboard> m_keyboard; ///< as of the last change; only while there are hot keys
+    X11KeysDown m_keysDown;
+    std::optional<Stroke> m_lastRelease; ///< that a grab told
+    std::optional<Stroke> m_lastTold;    ///< press that a raw event told
     QTimer m_keyboardSettles;
 };
 

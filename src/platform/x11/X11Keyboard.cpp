@@ -62,6 +62,16 @@ std::optional<X11Keyboard> X11Keyboard::read(X11Connection &connection)
     return keyboard;
 }
 
+quint16 X11Keyboard::modifiersOf(const X11KeysDown::Keys &keys) const
+{
+    quint16 modifiers = 0;
+    for (std::size_t index = 0; index < m_modifierKeys.size(); ++index) {
+        if (std::ranges::any_of(m_modifierKeys[index], [&](xcb_keycode_t key) { return keys[key]; }))
+            modifiers |= quint16(1U << index);
+    }
+    return modifiers;
+}
+
 std::optional<X11KeyGrab> X11Keyboard::find(KeyCombination combination) const
 {
     constexpr int offset = 8; // between evdev codes and the server's

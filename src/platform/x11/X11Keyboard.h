@@ -2,6 +2,7 @@
 
 #include "platform/KeyCombination.h"
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11KeysDown.h"
 
 #include <array>
 #include <optional>
@@ -31,6 +32,8 @@ public:
     /// Asks the server, which costs one round trip; nothing when it cannot be reached.
     [[nodiscard]] static std::optional<X11Keyboard> read(X11Connection &connection);
 
+    /// The modifiers that those of \a keys carry, as bits of the core protocol. Locks count while their key is down.
+    [[nodiscard]] quint16 modifiersOf(const X11KeysDown::Keys &keys) const;
     /// What to grab for \a combination; nothing when no key carries it, or one of its modifiers.
     [[nodiscard]] std::optional<X11KeyGrab> find(KeyCombination combination) const;
 

@@ -2,6 +2,7 @@
 
 #include "platform/memory/MemoryHotKeyService.h"
 #include "platform/x11/X11HotKeyService.h"
+#include "platform/x11/X11RawInput.h"
 #include "support/RowName.h"
 
 #include <gtest/gtest.h>
@@ -34,7 +35,8 @@ struct MemoryKeyboard {
 struct X11Keys {
     VirtualDisplay display;
     X11Connection connection{display.name()};
-    X11HotKeyService service{connection};
+    X11RawInput input{connection};
+    X11HotKeyService service{connection, input};
     ForeignClient other{display.name()};
 
     void press(const char *keys)
@@ -180,6 +182,25 @@ TEST_F(X11HotKeys, aKeyThatRepeatsIsPressedOnce)
     EXPECT_EQ(pressed(), (Heard{1, 1}));
 }
 
+TEST_F(X11HotKeys, areHeardOnceThroughAnotherProgramsGrabAndAfterIt)
+{
+    ASSERT_TRUE(grab(1, controlSpace.combination));
+    const XConnection &other = keyboard.other.connection;
+    const auto held = keyboard.other.input.keyCodes(QStringLiteral("Control_L"));
+    keyboard.other.input.pressKeys(held);
+    const XReply<xcb_grab_keyboard_reply_t> grabbed(xcb_grab_keyboard_reply(
+        other, xcb_grab_keyboard(other, 0, other.root(), 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC), nullptr));
+    ASSERT_TRUE(grabbed && grabbed->status == XCB_GRAB_STATUS_SUCCESS);
+    keyboard.press("space"); // with the Control that was down before
+    keyboard.other.input.releaseKeys(held);
+    keyboard.press("space");
+    keyboard.press("Control+Shift+space");
+    EXPECT_EQ(pressed(), Heard{1});
+    xcb_ungrab_keyboard(other, XCB_CURRENT_TIME);
+    keyboard.press(controlSpace);
+    EXPECT_EQ(pressed(), Heard{1});
+}
+
 TEST_F(X11HotKeys, needTheKeyAndItsModifiersOnTheKeyboard)
 {
     keyboard.run(QStringLiteral("xmodmap -e 'clear mod4' -e 'keycode 38 ='"));
@@ -195,7 +216,7 @@ TEST_F(X11HotKeys, areGivenBackAfterAPartialRefusalAndAtTheEnd)
     expectRefusal(controlSpace.combination, GrabError::TakenByOther);
     EXPECT_TRUE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_CONTROL));
     {
-        X11HotKeyService brief(keyboard.connection);
+        X11HotKeyService brief(keyboard.connection, keyboard.input);
         ASSERT_TRUE(brief.grab({}, superSpace.combination));
         EXPECT_FALSE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_4));
     }

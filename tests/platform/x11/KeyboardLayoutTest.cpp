@@ -33,10 +33,8 @@ TEST_F(X11KeyboardLayoutTest, tellsWhatStandsOnTheKeysAfterEachChange)
     const Row rows[] = {{"a German letter", "de", 41, QStringLiteral("\u00f6")},
                         {"a dead acute as its accent", "de", 24, QStringLiteral("\u00b4")},
                         {"a French digit key without Shift", "fr", 18, QStringLiteral("&")},
-                        {"a Russian letter", "ru", 0, QStringLiteral("\u0444")},
                         {"an English letter", "us", 0, QStringLiteral("a")},
                         {"nothing on Return", "us", 36, QString()},
-                        {"nothing on a function key", "us", 122, QString()},
                         {"nothing where no key is", "us", 0xffff, QString()}};
     QString shown; // as by what follows the changes
     quint16 key = 0;
@@ -60,9 +58,6 @@ TEST_F(X11KeyboardLayoutTest, followsTheGroupAndNotShift)
     client.input.releaseKeys(client.input.keyCodes(QStringLiteral("Shift")));
     client.input.tap(QStringLiteral("ISO_Next_Group"));
     EXPECT_TRUE(eventually([&] { return layout.text(0) == QStringLiteral("\u0444"); }));
-    display.kill();
-    EXPECT_TRUE(eventually([&] { return !connection.isAlive(); }));
-    EXPECT_EQ(X11KeyboardLayout(connection).text(0), QString());
 }
 
 } // namespace

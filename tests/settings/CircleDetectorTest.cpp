@@ -34,21 +34,14 @@ Points sweep(double sweep, double first)
     return points;
 }
 
-/// Eight samples about their centroid; the first two, and those opposite, are \a step radians apart.
-Points uneven(double step)
+/// Samples at angles in degrees and radii, then those opposite in the same order, so that the centroid is in between.
+Points withOpposites(const std::vector<std::pair<double, double>> &samples)
 {
     Points points;
-    for (const double angle : {0.2, 0.2 + step, 1.2, 2.2, 0.2 + Pi, 0.2 + step + Pi, 1.2 + Pi, 2.2 + Pi})
-        points.push_back(pointAtAngle(40.0, angle));
-    return points;
-}
-
-/// A turn in which two samples that are opposite are only \a radius from the centroid.
-Points dented(double radius)
-{
-    Points points = arc(8, 45.0, 40.0);
-    for (const int i : {1, 5})
-        points[i] = arc(8, 45.0, radius)[i];
+    for (const double turn : {0.0, 180.0}) {
+        for (const auto &[angle, radius] : samples)
+            points.push_back(pointAtAngle(radius, (angle + turn) * Pi / 180.0));
+    }
     return points;
 }
 
@@ -69,29 +62,29 @@ struct Row {
 
 TEST(CircleDetector, FindsCirclesOnly)
 {
-    for (const auto &[name, points, completed, interval] :
-         std::vector<Row>{{"clockwise with the sixth sample", arc(6, 60, 40), {5}},
-                          {"twice round is two", arc(12, 60, 40), {5, 11}},
-                          {"counter clockwise never", arc(24, -60, 40), {}},
-                          {"five samples never", arc(5, 72, 40), {}},
-                          {"a radius of 15 never", arc(24, 36, 15), {}},
-                          {"a radius just too small never", arc(10, 36, 19.99), {}},
-                          {"a radius just large enough", arc(10, 36, 20.01), {9}},
-                          {"a sweep just too short", sweep(287.9, 30), {}},
-                          {"a sweep just long enough", sweep(288.1, 30), {5}},
-                          {"a sweep just too short past twelve", sweep(287.9, 336), {}},
-                          {"a sweep just long enough past twelve", sweep(288.1, 336), {5}},
-                          {"steps too wide to cross twelve", sweep(288.1, 180), {}},
-                          {"a step just too small", uneven(0.1499), {}},
-                          {"every step just large enough", uneven(0.1501), {7}},
-                          {"a sample just too near", dented(4.99), {}},
-                          {"every sample just far enough", dented(5.01), {7}},
-                          {"just within a second", arc(6, 60, 40), {5}, milliseconds(200)},
-                          {"just too slow", arc(12, 60, 40), {}, milliseconds(201)},
-                          {"samples that come too soon are skipped", arc(11, 30, 40), {10}, milliseconds(49)},
-                          {"a sweep counts from before a break", joined(arc(2, -5, 40), arc(6, 50, 40, 100)), {7}},
-                          {"the run before a break does not count", joined(arc(5, 60, 40), arc(1, 0, 40, 200)), {}},
-                          {"nowhere", joined(arc(1, 0, std::nan("")), arc(12, 60, 40)), {}}}) {
+    for (const auto &[name, points, completed, interval] : std::vector<Row>{
+             {"clockwise with the sixth sample", arc(6, 60, 40), {5}},
+             {"twice round is two", arc(12, 60, 40), {5, 11}},
+             {"counter clockwise never", arc(24, -60, 40), {}},
+             {"five samples never", arc(5, 72, 40), {}},
+             {"a radius just too small never", arc(10, 36, 19.99), {}},
+             {"a radius just large enough", arc(10, 36, 20.01), {9}},
+             {"a sweep just too short", sweep(287.9, 30), {}},
+             {"a sweep just long enough", sweep(288.1, 30), {5}},
+             {"a sweep just too short past twelve", sweep(287.9, 336), {}},
+             {"a sweep just long enough past twelve", sweep(288.1, 336), {5}},
+             {"a step too wide to cross twelve from afar", sweep(288.1, 180), {}},
+             {"a step too wide to cross twelve to afar", sweep(288.1, 315), {}},
+             {"a step just too small", withOpposites({{10, 40}, {18.58, 40}, {70, 40}, {130, 40}}), {}},
+             {"every step just large enough", withOpposites({{10, 40}, {18.61, 40}, {70, 40}, {130, 40}}), {7}},
+             {"a sample just too near", withOpposites({{10, 40}, {55, 4.99}, {100, 40}, {145, 40}}), {}},
+             {"every sample just far enough", withOpposites({{10, 40}, {55, 5.01}, {100, 40}, {145, 40}}), {7}},
+             {"just within a second", arc(6, 60, 40), {5}, milliseconds(200)},
+             {"just too slow", arc(12, 60, 40), {}, milliseconds(201)},
+             {"samples that come too soon are skipped", arc(11, 30, 40), {10}, milliseconds(49)},
+             {"a sweep counts from before a break", joined(arc(2, -5, 40), arc(6, 50, 40, 100)), {7}},
+             {"the run before a break does not count", joined(arc(5, 60, 40), arc(1, 0, 40, 200)), {}},
+             {"nowhere", joined(arc(1, 0, std::nan("")), arc(12, 60, 40)), {}}}) {
         CircleDetector detector;
         CircleDetector::Time now;
         std::vector<std::size_t> found;

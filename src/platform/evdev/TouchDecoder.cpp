@@ -88,6 +88,10 @@ bool TouchDecoder::take(quint16 type, quint16 code, qint32 value)
     case EV_SYN:
         m_resynchronising |= code == SYN_DROPPED;
         return code == SYN_REPORT && !m_resynchronising && completeFrame();
+    case EV_MSC:
+        // A pad that stamps its frames tells of fingers that lie still, too, when nothing else of them is to be told.
+        m_isNews |= code == MSC_TIMESTAMP;
+        return false;
     default:
         return false;
     }

@@ -26,7 +26,8 @@ QString describe(const Touch &touch)
         .arg(qRound(touch.normalizedPosition.y() * 100));
 }
 
-/// "s1 i7 x20": contact 1 gets finger 7 at 20. "3+" and "3-" are the tool key for three fingers, "|" ends a frame.
+/// "s1 i7 x20": contact 1 gets finger 7 at 20. "T" stamps the frame. "3+" and "3-" are the tool key for three fingers,
+/// "|" ends a frame.
 bool take(TouchDecoder &decoder, const QString &word)
 {
     static constexpr quint16 axes[]{ABS_MT_SLOT, ABS_MT_TRACKING_ID, ABS_MT_POSITION_X, ABS_MT_POSITION_Y,
@@ -36,6 +37,8 @@ bool take(TouchDecoder &decoder, const QString &word)
         return decoder.take(EV_ABS, axes[axis], word.mid(1).toInt());
     if (word[0].isDigit())
         return decoder.take(EV_KEY, keys[word[0].digitValue() - 1], word[1] == u'+');
+    if (word == u"T")
+        return decoder.take(EV_MSC, MSC_TIMESTAMP, 1);
     if (word == u"|" || word == u"dropped")
         return decoder.take(EV_SYN, word == u"|" ? SYN_REPORT : SYN_DROPPED, 0);
     return word == u"lift" ? decoder.liftAll() : decoder.resynchronised();
@@ -84,7 +87,8 @@ INSTANTIATE_TEST_SUITE_P(
             "1:50,0",
             {{INT32_MIN, INT32_MAX}, {INT32_MIN, INT32_MAX}, 1}},
         Row{"clicks tell nothing", "s0 i1 x10 y10 | 1+ | x20 |", "1:10,90 / 1:20,90"},
-        Row{"nothing is told without a finger", "s0 x10 | 2+ 2- |", ""},
+        Row{"a stamp tells of fingers that lie still", "s0 i1 x10 y10 | T |", "1:10,90 / 1:10,90"},
+        Row{"nothing is told without a finger", "s0 x10 | 2+ 2- | T |", ""},
         Row{"contacts beyond the range disturb nobody", "s0 i1 x10 y10 s2 i5 x90 | s-1 i6 x80 | s0 x20 |",
             "1:10,90 / 1:20,90"},
         Row{"contacts beyond the bound disturb nobody",

@@ -3,18 +3,27 @@
 #include "app/Log.h"
 #include "app/OrbitaApplication.h"
 #include "app/ReadySignal.h"
+#include "app/TouchpadTrust.h"
 #include "model/ImageCache.h"
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
 #include "platform/Directories.h"
 #include "platform/desktop/ApplicationIndex.h"
+#include "platform/desktop/FallbackHotKeyService.h"
 #include "platform/desktop/FileUserDefaults.h"
 #include "platform/desktop/FreedesktopAppearance.h"
+#include "platform/desktop/FreedesktopNotifications.h"
 #include "platform/desktop/GioWorkspace.h"
+#include "platform/desktop/PlasmaHotKeyService.h"
+#include "platform/evdev/EvdevTouchEventTap.h"
+#include "platform/evdev/RecordedTouchEventTap.h"
+#include "platform/evdev/UdevInputAccess.h"
 #include "platform/x11/X11BlurBehind.h"
 #include "platform/x11/X11Compositor.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11EventTaps.h"
+#include "platform/x11/X11HotKeyService.h"
+#include "platform/x11/X11KeyboardLayout.h"
 #include "platform/x11/X11RawInput.h"
 #include "platform/x11/X11RunningApplications.h"
 #include "platform/x11/X11Stage.h"
@@ -25,8 +34,11 @@
 #include "ring/RingAccessibility.h"
 #include "ring/RingWindow.h"
 #include "settings/AppSettings.h"
+#include "shortcut/MASShortcutMonitors.h"
+#include "shortcut/MASShortcutUserDefaultsHotKeys.h"
 #include "toolkit/RemoteActionSender.h"
 
+#include <QCommandLineParser>
 #include <QTimer>
 
 #include <xcb/xcb.h>
@@ -47,6 +59,12 @@ struct X11Desktop {
     X11BlurBehind blur{connection, compositor};
     X11RawInput rawInput{connection};
     X11MouseUpEventTap mouseUpTap{rawInput};
+    X11OtherMouseDownEventTap otherMouseDownTap{rawInput};
+    X11MouseMovedEventTap mouseMovedTap{rawInput};
+    X11KeyboardLayout keyboardLayout{connection};
+    X11HotKeyService grabbedHotKeys{connection, rawInput};
+    PlasmaHotKeyService plasmaHotKeys{QDBusConnection::sessionBus(), keyboardLayout};
+    FallbackHotKeyService hotKeys{grabbedHotKeys, plasmaHotKeys};
     GioWorkspace workspace{std::make_unique<X11StartupNotifier>(connection)};
     ApplicationIndex index;
     X11RunningApplications runningApplications{connection, windowManager, index,
@@ -56,12 +74,40 @@ struct X11Desktop {
     X11Desktop() { QObject::connect(&workspace, &Workspace::applicationsChanged, &index, &ApplicationIndex::reload); }
 };
 
+/// The touchpads of the machine, or a recording in their place.
+struct Touchpads {
+    explicit Touchpads(std::optional<TouchRecording> recording)
+    {
+        if (recording) {
+            tap = std::make_unique<RecordedTouchEventTap>(std::move(*recording));
+            return;
+        }
+        tap = std::make_unique<EvdevTouchEventTap>();
+        access = std::make_unique<UdevInputAccess>();
+    }
+    std::unique_ptr<TouchEventTap> tap;
+    std::unique_ptr<InputAccess> access; ///< null for a recording, which nobody has to allow
+};
+
 /// What the program is made of, and the rings' share of it.
 struct Program {
+    explicit Program(std::optional<TouchRecording> recording) : touchpads(std::move(recording))
+    {
+        if (touchpads.access)
+            touchpadTrust.emplace(settings, *touchpads.access, notifications);
+    }
+
     X11Desktop desktop;
+    Touchpads touchpads;
     Directories directories = Directories::standard();
     FileUserDefaults defaults{directories.configuration + QStringLiteral("/defaults.plist")};
-    AppSettings settings{defaults, desktop.mouseUpTap};
+    MASShortcutMonitors shortcutMonitors{desktop.hotKeys, desktop.keyboardLayout};
+    MASShortcutUserDefaultsHotKeys shortcuts{defaults, shortcutMonitors};
+    AppSettings settings{defaults,
+                         {desktop.mouseUpTap, desktop.otherMouseDownTap, desktop.mouseMovedTap, *touchpads.tap,
+                          desktop.stage, shortcuts}};
+    FreedesktopNotifications notifications;
+    std::optional<TouchpadTrust> touchpadTrust;
     UnreachableRecipient toolkit;
     ImageCache imageCache;
     ImageStore imageStore{directories.container};
@@ -83,25 +129,57 @@ bool isDisplayReachable()
     return isReachable;
 }
 
-int fail(const char *sentence)
+int fail(const QString &sentence)
 {
-    std::fprintf(stderr, "orbita: %s\n", sentence);
+    std::fprintf(stderr, "orbita: %s\n", qUtf8Printable(sentence));
     return EXIT_FAILURE;
 }
 
-/// Where another instance was quicker to take the name, it does what this one was started for.
-int passOn(const QString &request)
+/// What the command starts the program for.
+struct Request {
+    QString method; ///< of the instance on the bus that does the same; empty for just starting
+    QString touchRecording;
+};
+
+Request readRequest(const OrbitaApplication &application)
 {
-    const QString method = request == QLatin1String("--show") ? QStringLiteral("Show") : QStringLiteral("ShowSettings");
+    const QCommandLineOption show(QStringLiteral("show"));
+    const QCommandLineOption settings(QStringLiteral("settings"));
+    const QCommandLineOption touchRecording(QStringLiteral("touch-recording"), {}, QStringLiteral("file"));
+    QCommandLineParser parser;
+    parser.addOptions({show, settings, touchRecording});
+    parser.process(application);
+    QString method;
+    if (parser.isSet(show))
+        method = QStringLiteral("Show");
+    else if (parser.isSet(settings))
+        method = QStringLiteral("ShowSettings");
+    return {method, parser.value(touchRecording)};
+}
+
+/// Where another instance was quicker to take the name, it does what this one was started for.
+int passOn(const Request &request)
+{
+    if (!request.touchRecording.isEmpty())
+        return fail(
+            QStringLiteral("Orbita runs already; a recording can only stand for the touchpads from its start."));
+    const QString method = request.method.isEmpty() ? QStringLiteral("ShowSettings") : request.method;
     if (!CommandService::callInstance(QDBusConnection::sessionBus(), method))
-        return fail("Orbita runs but did not answer.");
+        return fail(QStringLiteral("Orbita runs but did not answer."));
     signalReady();
     return EXIT_SUCCESS;
 }
 
 int run(OrbitaApplication &application)
 {
-    const QString request = application.arguments().value(1);
+    const Request request = readRequest(application);
+    std::optional<TouchRecording> recording;
+    if (!request.touchRecording.isEmpty()) {
+        auto loaded = TouchRecording::load(request.touchRecording);
+        if (!loaded)
+            return fail(loaded.error() + u'.');
+        recording = std::move(loaded).value();
+    }
     CommandService commands;
     const auto registration = commands.registerOn(QDBusConnection::sessionBus());
     if (registration == CommandService::Registration::AlreadyRunning)
@@ -109,16 +187,16 @@ int run(OrbitaApplication &application)
     if (registration == CommandService::Registration::NoBus)
         qCWarning(lcApp, "There is no session bus: commands and the companion program are out of reach.");
 
-    Program program;
+    Program program(std::move(recording));
     installRingAccessibility();
     program.delegate.follow(commands);
-    const bool showsRing = request == QLatin1String("--show");
+    const bool showsRing = request.method == QLatin1String("Show");
     program.delegate.applicationDidFinishLaunching(showsRing ? TakesKeyboard::No : TakesKeyboard::Yes);
     // Not before the event loop runs: until then it is not known who has the keyboard and is to get it back.
-    QTimer::singleShot(0, &program.delegate, [&delegate = program.delegate, request, showsRing] {
+    QTimer::singleShot(0, &program.delegate, [&delegate = program.delegate, &request, showsRing] {
         if (showsRing)
             delegate.showRing();
-        else if (request == QLatin1String("--settings"))
+        else if (!request.method.isEmpty())
             delegate.showSettings();
         signalReady();
         QTimer::singleShot(0, &delegate, &AppDelegate::prepareAtLeisure);
@@ -138,7 +216,7 @@ int main(int argc, char **argv)
     if (choosesPlatform)
         qputenv("QT_QPA_PLATFORM", "xcb");
     if (!isDisplayReachable())
-        return fail("The X11 display cannot be reached.");
+        return fail(QStringLiteral("The X11 display cannot be reached."));
     OrbitaApplication application(argc, argv);
     if (choosesPlatform)
         qunsetenv("QT_QPA_PLATFORM");

@@ -8,6 +8,8 @@ namespace Orbita {
 
 namespace {
 
+constexpr std::string_view recordingOption = "--touch-recording";
+
 struct Row {
     std::string_view argument;
     Command command;
@@ -34,14 +36,27 @@ const Row &rowOf(Command command)
 
 } // namespace
 
-std::optional<Command> parseCommand(std::span<char *const> arguments)
+std::optional<Request> parseRequest(std::span<char *const> arguments)
 {
-    if (arguments.empty())
-        return Command::Start;
-    const auto found = std::ranges::find(rows, std::string_view(arguments.front()), &Row::argument);
-    if (arguments.size() > 1 || found == rows.end() || found->argument.empty())
+    Request request;
+    bool hasCommand = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        if (argument == recordingOption && request.touchRecording.empty() && ++i < arguments.size()) {
+            request.touchRecording = arguments[i];
+            if (request.touchRecording.empty())
+                return std::nullopt;
+            continue;
+        }
+        const auto found = std::ranges::find(rows, argument, &Row::argument);
+        if (hasCommand || found == rows.end() || argument.empty())
+            return std::nullopt;
+        request.command = found->command;
+        hasCommand = true;
+    }
+    if (!request.touchRecording.empty() && !startsOrbita(request.command))
         return std::nullopt;
-    return found->command;
+    return request;
 }
 
 const char *methodFor(Command command)
@@ -49,19 +64,24 @@ const char *methodFor(Command command)
     return rowOf(command).method;
 }
 
-const char *startArgumentFor(Command command)
+std::vector<std::string> startArguments(const Request &request)
 {
-    return rowOf(command).startArgument;
+    std::vector<std::string> arguments;
+    if (const char *argument = rowOf(request.command).startArgument; argument && *argument)
+        arguments.emplace_back(argument);
+    if (!request.touchRecording.empty())
+        arguments.insert(arguments.end(), {std::string(recordingOption), request.touchRecording});
+    return arguments;
 }
 
 bool startsOrbita(Command command)
 {
-    return startArgumentFor(command) != nullptr;
+    return rowOf(command).startArgument != nullptr;
 }
 
 const char *helpText()
 {
-    return "Usage: orbita [COMMAND]\n"
+    return "Usage: orbita [COMMAND] [OPTION]\n"
            "\n"
            "A ring of your applications and files round the pointer.\n"
            "\n"
@@ -75,8 +95,9 @@ const char *helpText()
            "  quit       end Orbita\n"
            "\n"
            "Options:\n"
-           "  -h, --help   print this help\n"
-           "  --version    print the version\n";
+           "  --touch-recording FILE   start with the recorded touchpad in FILE in place of the real ones\n"
+           "  -h, --help               print this help\n"
+           "  --version                print the version\n";
 }
 
 } // namespace Orbita

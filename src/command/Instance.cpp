@@ -13,20 +13,28 @@ struct Closer {
     void operator()(sd_bus_message *message) const { sd_bus_message_unref(message); }
 };
 
+constexpr const char *instanceName = "org.orbita.Orbita";
 constexpr uint64_t answerTimeout = 10'000'000; // microseconds; the program may be busy starting
+
+using BusPointer = std::unique_ptr<sd_bus, Closer>;
+
+BusPointer openSessionBus()
+{
+    sd_bus *bus = nullptr;
+    return sd_bus_open_user(&bus) < 0 ? nullptr : BusPointer(bus);
+}
 
 } // namespace
 
 CallResult callInstance(const char *method)
 {
-    sd_bus *opened = nullptr;
-    if (sd_bus_open_user(&opened) < 0)
+    const BusPointer bus = openSessionBus();
+    if (!bus)
         return CallResult::NoBus;
-    const std::unique_ptr<sd_bus, Closer> bus(opened);
 
     sd_bus_message *created = nullptr;
-    if (sd_bus_message_new_method_call(bus.get(), &created, "org.orbita.Orbita", "/org/orbita/Orbita",
-                                       "org.orbita.Orbita", method)
+    if (sd_bus_message_new_method_call(bus.get(), &created, instanceName, "/org/orbita/Orbita", "org.orbita.Orbita",
+                                       method)
         < 0)
         return CallResult::NoBus;
     const std::unique_ptr<sd_bus_message, Closer> call(created);
@@ -41,6 +49,12 @@ CallResult callInstance(const char *method)
     if (result >= 0)
         return CallResult::Done;
     return nobody ? CallResult::NotRunning : CallResult::Failed;
+}
+
+bool isInstanceRunning()
+{
+    const BusPointer bus = openSessionBus();
+    return bus && sd_bus_get_name_creds(bus.get(), instanceName, 0, nullptr) >= 0;
 }
 
 } // namespace Orbita

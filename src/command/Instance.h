@@ -13,4 +13,7 @@ enum class CallResult {
 /// Calls \a method of the instance on the session bus and waits for its answer.
 [[nodiscard]] CallResult callInstance(const char *method);
 
+/// Whether an instance runs. False when there is no session bus.
+[[nodiscard]] bool isInstanceRunning();
+
 } // namespace Orbita

@@ -34,13 +34,18 @@ bool waitUntilReady(int readEnd)
 
 } // namespace
 
-void becomeDesktopProgram(const char *argument)
+void becomeDesktopProgram(const std::vector<std::string> &arguments)
 {
     const std::string path = desktopProgram().string();
-    execl(path.c_str(), "orbita", *argument ? argument : nullptr, nullptr);
+    std::string name = "orbita";
+    std::vector<char *> pointers{name.data()};
+    for (const std::string &argument : arguments)
+        pointers.push_back(const_cast<char *>(argument.c_str())); // execv() changes nothing
+    pointers.push_back(nullptr);
+    execv(path.c_str(), pointers.data());
 }
 
-bool startDesktopProgram(const char *argument)
+bool startDesktopProgram(const std::vector<std::string> &arguments)
 {
     std::array<int, 2> ready{};
     if (pipe2(ready.data(), O_CLOEXEC) != 0)
@@ -52,7 +57,7 @@ bool startDesktopProgram(const char *argument)
         setsid();
         fcntl(ready[1], F_SETFD, 0);
         setenv("ORBITA_READY_FD", std::to_string(ready[1]).c_str(), 1);
-        becomeDesktopProgram(argument);
+        becomeDesktopProgram(arguments);
         _exit(127);
     }
     close(ready[1]);

@@ -16,28 +16,34 @@ int fail(const char *sentence)
     return EXIT_FAILURE;
 }
 
-int start(Command command)
+int start(const Request &request)
 {
     const char *display = std::getenv("DISPLAY");
     if (!display || !*display)
         return fail("There is no X11 display to show the ring on.");
-    if (command != Command::Start)
-        return startDesktopProgram(startArgumentFor(command)) ? EXIT_SUCCESS : EXIT_FAILURE;
-    becomeDesktopProgram(startArgumentFor(command));
+    if (request.command != Command::Start)
+        return startDesktopProgram(startArguments(request)) ? EXIT_SUCCESS : EXIT_FAILURE;
+    becomeDesktopProgram(startArguments(request));
     return fail("The program orbita-desktop could not be started.");
 }
 
-int run(Command command)
+int run(const Request &request)
 {
+    if (!request.touchRecording.empty()) {
+        return isInstanceRunning()
+            ? fail("Orbita runs already; a recording can only stand for the touchpads from its start.")
+            : start(request);
+    }
+    const Command command = request.command;
     switch (callInstance(methodFor(command))) {
     case CallResult::Done:
         return EXIT_SUCCESS;
     case CallResult::Failed:
         return fail("Orbita runs but did not answer.");
     case CallResult::NotRunning:
-        return startsOrbita(command) ? start(command) : fail("Orbita is not running.");
+        return startsOrbita(command) ? start(request) : fail("Orbita is not running.");
     case CallResult::NoBus:
-        return startsOrbita(command) ? start(command)
+        return startsOrbita(command) ? start(request)
                                      : fail("There is no session bus, so a running Orbita cannot be reached.");
     }
     return EXIT_FAILURE;
@@ -47,10 +53,10 @@ int run(Command command)
 
 int main(int argc, char **argv)
 {
-    const auto command = parseCommand(std::span<char *const>(argv, std::size_t(argc)).subspan(argc > 0 ? 1 : 0));
-    if (!command)
+    const auto request = parseRequest(std::span<char *const>(argv, std::size_t(argc)).subspan(argc > 0 ? 1 : 0));
+    if (!request)
         return fail("Unknown command; see \"orbita --help\"."), 2;
-    switch (*command) {
+    switch (request->command) {
     case Command::Help:
         std::fputs(helpText(), stdout);
         return EXIT_SUCCESS;
@@ -58,6 +64,6 @@ int main(int argc, char **argv)
         std::puts("orbita " ORBITA_VERSION);
         return EXIT_SUCCESS;
     default:
-        return run(*command);
+        return run(*request);
     }
 }

@@ -40,9 +40,13 @@ bool trueByDefault(const UserDefaults &defaults, const QString &key)
 
 } // namespace
 
-AppSettings::AppSettings(UserDefaults &defaults, MouseUpEventTap &mouseUpEventTap, QObject *parent)
-    : QObject(parent), m_defaults(defaults), m_handlers(mouseUpEventTap, this), m_announced(current())
+AppSettings::AppSettings(UserDefaults &defaults, const TriggerSources &sources, QObject *parent)
+    : QObject(parent),
+      m_defaults(defaults),
+      m_handlers(sources, [this] { return gestureSettings(); }),
+      m_announced(current())
 {
+    connect(&m_handlers, &TriggerHandlers::shouldShow, this, &AppSettings::shouldShow);
     connect(&m_handlers, &TriggerHandlers::shouldHide, this, &AppSettings::shouldHide);
     connect(&m_defaults, &UserDefaults::changedExternally, this, &AppSettings::announceChanges);
 }
@@ -224,6 +228,12 @@ void AppSettings::reset()
     m_defaults.setValue(magnifyKey, true);
     m_announced.trigger = gestureSettings();
     m_announced.magnify = magnifySettings();
+}
+
+void AppSettings::startHandlers()
+{
+    m_handlers.start();
+    Q_EMIT handlersStarted();
 }
 
 AppSettings::Announced AppSettings::current() const

@@ -9,11 +9,7 @@
 
 namespace Orbita {
 
-class MouseUpEventTap;
 class UserDefaults;
-
-/// What asked for the ring.
-enum class ShowEvent { Shortcut, Trackpad };
 
 /// The user's preferences, and what watches for the triggers of the ring.
 ///
@@ -23,8 +19,8 @@ enum class ShowEvent { Shortcut, Trackpad };
 class AppSettings : public QObject {
     Q_OBJECT
 public:
-    /// \a defaults and \a mouseUpEventTap are borrowed.
-    AppSettings(UserDefaults &defaults, MouseUpEventTap &mouseUpEventTap, QObject *parent = nullptr);
+    /// \a defaults and \a sources are borrowed.
+    AppSettings(UserDefaults &defaults, const TriggerSources &sources, QObject *parent = nullptr);
 
     /// Three-finger rest by default. Setting it starts the handlers anew.
     [[nodiscard]] GestureTrigger gestureSettings() const;
@@ -76,7 +72,7 @@ public:
     /// Writes three-finger rest and magnification, and nothing else. Emits nothing and restarts nothing.
     void reset();
 
-    void startHandlers() { m_handlers.start(); }
+    void startHandlers();
     void stopHandlers() { m_handlers.stop(); }
     void checkHandlers() { m_handlers.check(); }
 
@@ -88,8 +84,10 @@ Q_SIGNALS:
     void showFinderChanged();
     void blacklistedApplicationsChanged();
 
+    /// The handlers were started, perhaps for another trigger than before.
+    void handlersStarted();
     /// A trigger fired.
-    void shouldShow(ShowEvent event);
+    void shouldShow(Orbita::ShowEvent event);
     /// The left mouse button was released somewhere.
     void shouldHide();
 

@@ -46,10 +46,10 @@ TEST_F(AppDelegateTest, hidesForAReleaseOutsideTheWindowsSquare)
     Q_EMIT desktop.settings.shouldShow(ShowEvent::Trackpad);
     EXPECT_TRUE(isShown());
     desktop.stage.pointer = {441, 599};
-    desktop.mouseUpTap.release();
+    desktop.triggers.taps.mouseUp.release();
     EXPECT_TRUE(isShown());
     desktop.stage.pointer = {439, 400};
-    desktop.mouseUpTap.release();
+    desktop.triggers.taps.mouseUp.release();
     EXPECT_FALSE(isShown());
 }
 
@@ -85,7 +85,7 @@ TEST_F(AppDelegateTest, keepsARingThatIsShownAgainWhileTheFormerOneGoes)
         show();
         desktop.settle();
         desktop.stage.pointer = {0, 0};
-        desktop.mouseUpTap.release();
+        desktop.triggers.taps.mouseUp.release();
         desktop.clock.advance(AnimationClock::defaultDuration);
         desktop.stage.pointer = {640, 400};
         QMetaObject::invokeMethod(&delegate, show, comes);

@@ -12,7 +12,7 @@ namespace Orbita {
 
 /// A desktop in memory with a ring window, and a clock that a test moves.
 struct RingDesktop : MemoryDesktop {
-    MemoryStage stage;
+    MemoryStage &stage = triggers.stage;
     MemoryBlurBehind blur;
     ManualAnimationClock clock;
     RenderedPictures pictures;

@@ -153,7 +153,7 @@ TEST_P(AnsweredOption, needsNoDesktop)
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, AnsweredOption,
-                         testing::Values(Answered{"help", "--help", "Usage: orbita [COMMAND]"},
+                         testing::Values(Answered{"help", "--help", "Usage: orbita [COMMAND] [OPTION]"},
                                          Answered{"version", "--version", "orbita " ORBITA_VERSION}),
                          rowName<Answered>);
 

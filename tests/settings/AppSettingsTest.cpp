@@ -1,13 +1,10 @@
 #include "settings/AppSettings.h"
 
 #include "platform/ColorArchive.h"
-#include "platform/EventTap.h"
 #include "platform/memory/MemoryUserDefaults.h"
+#include "support/MemoryTriggers.h"
 
 #include <gtest/gtest.h>
-
-#include <QCoreApplication>
-#include <QTimerEvent>
 
 #include <utility>
 #include <vector>
@@ -16,21 +13,6 @@ namespace Orbita {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-/// A tap whose source a test can take away, and which keeps what was asked of it.
-class PlantedMouseUpEventTap final : public MouseUpEventTap {
-public:
-    [[nodiscard]] bool isEnabled() const override { return enabled; }
-    bool setEnabled(bool enable) override
-    {
-        requests.append(enable);
-        enabled = enable;
-        return true;
-    }
-
-    bool enabled = true;
-    QList<bool> requests;
-};
 
 class AppSettingsTest : public testing::Test {
 protected:
@@ -46,14 +28,15 @@ protected:
         note(&AppSettings::showFinderChanged, "finder");
         note(&AppSettings::blacklistedApplicationsChanged, "blacklist");
         note(&AppSettings::shouldHide, "hide");
+        note(&AppSettings::handlersStarted, "started");
     }
 
     void store(const char *key, const QVariant &value) { m_defaults.setValue(QLatin1String(key), value); }
     [[nodiscard]] QVariant stored(const char *key) const { return m_defaults.value(QLatin1String(key)); }
 
     MemoryUserDefaults m_defaults;
-    PlantedMouseUpEventTap m_tap;
-    AppSettings m_settings{m_defaults, m_tap};
+    MemoryTriggers m_triggers{m_defaults};
+    AppSettings m_settings{m_defaults, m_triggers.sources};
     QStringList m_emitted;
 };
 
@@ -123,7 +106,7 @@ TEST_F(AppSettingsTest, writesAtOnceAndThenTells)
     };
     AppSettings &s = m_settings;
     check(
-        "gestureSettings", [&] { s.setGestureSettings(GestureTriggerNone); }, -1, "");
+        "gestureSettings", [&] { s.setGestureSettings(GestureTriggerNone); }, -1, "started");
     check(
         "magnifySettings", [&] { s.setMagnifySettings(false); }, false, "magnify");
     check(
@@ -186,7 +169,6 @@ TEST_F(AppSettingsTest, resetsTwoSettingsSilently)
     EXPECT_EQ(stored("swiftMode"), 2);
     EXPECT_EQ(m_settings.blacklistedApplications(), QStringList(u"/a"_s));
     EXPECT_TRUE(m_emitted.isEmpty());
-    EXPECT_TRUE(m_tap.requests.isEmpty());
 }
 
 TEST_F(AppSettingsTest, editsTheBlacklist)
@@ -211,48 +193,21 @@ TEST_F(AppSettingsTest, editsTheBlacklist)
     }
 }
 
-TEST_F(AppSettingsTest, runsTheHandlersAndRevivesALostTapWhileStarted)
-{
-    QTimer &watchdog = *m_settings.findChild<QTimer *>();
-    EXPECT_TRUE(m_tap.requests.isEmpty());
-    EXPECT_FALSE(watchdog.isActive());
-    m_settings.startHandlers();
-    EXPECT_EQ(m_tap.requests, (QList<bool>{false, true})) << "it stops before it starts";
-    EXPECT_TRUE(watchdog.isActive());
-    EXPECT_EQ(watchdog.interval(), 8000);
-    Q_EMIT m_tap.mouseUp();
-    EXPECT_EQ(m_emitted, QStringList(u"hide"_s));
-
-    for (const bool isLost : {false, true}) {
-        m_tap.requests.clear();
-        m_tap.enabled = !isLost;
-        QTimerEvent event(watchdog.timerId());
-        QCoreApplication::sendEvent(&watchdog, &event);
-        EXPECT_TRUE(m_tap.enabled);
-        EXPECT_EQ(m_tap.requests.isEmpty(), !isLost) << "an enabled tap is left alone";
-    }
-    m_tap.enabled = false;
-    m_settings.checkHandlers();
-    EXPECT_TRUE(m_tap.enabled);
-
-    m_settings.stopHandlers();
-    EXPECT_FALSE(m_tap.enabled);
-    EXPECT_FALSE(watchdog.isActive());
-}
-
 TEST_F(AppSettingsTest, startsTheHandlersAnewForAnotherTrigger)
 {
-    const auto changeExternally = [this](int trigger) {
-        m_tap.requests.clear();
-        m_defaults.changeExternally(u"gestureSettings"_s, trigger);
-        return m_tap.requests;
-    };
-    EXPECT_TRUE(changeExternally(5).isEmpty()) << "they are not started";
+    const EventTap &middle = m_triggers.taps.otherMouseDown;
+    const EventTap &circle = m_triggers.taps.mouseMoved;
+    m_defaults.changeExternally(u"gestureSettings"_s, 5);
+    EXPECT_FALSE(circle.isEnabled()) << "they are not started";
     m_settings.setGestureSettings(GestureTriggerMiddleButton);
-    EXPECT_TRUE(m_tap.enabled);
-    EXPECT_EQ(changeExternally(5), (QList<bool>{false, true}));
-    EXPECT_TRUE(changeExternally(5).isEmpty());
-    EXPECT_EQ(m_settings.gestureSettings(), GestureTriggerMouseCircle);
+    EXPECT_TRUE(middle.isEnabled());
+    m_defaults.changeExternally(u"gestureSettings"_s, 5);
+    EXPECT_TRUE(circle.isEnabled());
+    EXPECT_FALSE(middle.isEnabled());
+    m_triggers.taps.mouseUp.release();
+    EXPECT_EQ(m_emitted, (QStringList{u"started"_s, u"started"_s, u"hide"_s}));
+    m_settings.reset();
+    EXPECT_TRUE(circle.isEnabled()) << "it restarts nothing";
 }
 
 } // namespace

@@ -4,12 +4,11 @@
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
 #include "model/MenuItem.h"
-#include "platform/memory/MemoryEventTaps.h"
 #include "platform/memory/MemoryRunningApplications.h"
-#include "platform/memory/MemoryStage.h"
 #include "platform/memory/MemoryUserDefaults.h"
 #include "platform/memory/MemoryWorkspace.h"
 #include "settings/AppSettings.h"
+#include "support/MemoryTriggers.h"
 #include "support/TemporaryContainer.h"
 #include "toolkit/RemoteActionSender.h"
 
@@ -31,8 +30,8 @@ public:
 struct MemoryDesktop {
     TemporaryContainer container;
     MemoryUserDefaults defaults;
-    MemoryMouseUpEventTap mouseUpTap;
-    AppSettings settings{defaults, mouseUpTap};
+    MemoryTriggers triggers{defaults};
+    AppSettings settings{defaults, triggers.sources};
     MemoryWorkspace workspace;
     MemoryRunningApplications runningApplications;
     RecordingRecipient toolkit;

@@ -42,13 +42,5 @@ TEST(RequestedCentre, isThePointerOrTheMiddleOfItsScreen)
     EXPECT_EQ(centre({320, 801}, stacked), QPointF(320, 1100));
 }
 
-TEST(RingSize, growsWithTheSetting)
-{
-    EXPECT_EQ(ringSize(MenuSize::Small), 400);
-    EXPECT_EQ(ringSize(MenuSize::Medium), 500);
-    EXPECT_EQ(ringSize(MenuSize::Large), 600);
-    EXPECT_EQ(ringSize(MenuSize::ExtraLarge), 800);
-}
-
 } // namespace
 } // namespace Orbita

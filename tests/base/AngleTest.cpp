@@ -17,14 +17,5 @@ TEST(ClockwiseAngle, isMeasuredFromTwelveOClock)
     }
 }
 
-TEST(PointAtAngle, undoesClockwiseAngle)
-{
-    for (double angle = 0.01; angle < TwoPi; angle += 0.37) {
-        const QPointF point = pointAtAngle(122.0, angle);
-        EXPECT_NEAR(clockwiseAngle(point), angle, 1e-12);
-        EXPECT_NEAR(length(point), 122.0, 1e-12);
-    }
-}
-
 } // namespace
 } // namespace Orbita

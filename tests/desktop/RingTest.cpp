@@ -28,7 +28,7 @@ TEST(Ring, standsRoundThePointerWithTheCoreEntriesAndWhatRuns)
     const WindowInfo ring = session.show({640, 400});
     EXPECT_EQ(ring.geometry, QRect(440, 200, 400, 400));
     session.waitUntilActive(ring);
-    EXPECT_TRUE(session.windows().states(ring.id).contains("_NET_WM_STATE_ABOVE"));
+    EXPECT_TRUE(session.windows().hasState(ring.id, "_NET_WM_STATE_ABOVE"));
     EXPECT_EQ(session.windows().desktop(ring.id), 0xFFFFFFFF);
     session.waitForNames(coreEntries + QStringList{terminal, u"Mousepad"_s});
     EXPECT_EQ(session.storedNames(), coreEntries);

@@ -43,15 +43,6 @@ TEST(ImageCache, keepsBothPicturesOfOneKeyAndFindsTheOlder)
     }
 }
 
-TEST(ImageCache, takesNeitherNothingNorANamelessPicture)
-{
-    ImageCache cache;
-    cache.storeImage(Image(), u"1"_s);
-    cache.storeImage(picture(Qt::red), QString());
-    EXPECT_TRUE(cache.imageForKey(u"1"_s).isNull());
-    EXPECT_TRUE(cache.imageForKey(QString()).isNull());
-}
-
 class ImageStoreTest : public testing::Test {
 protected:
     const TemporaryContainer container;

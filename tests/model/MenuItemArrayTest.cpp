@@ -41,6 +41,15 @@ struct MenuItemArrayTest : testing::Test {
     {
         ASSERT_TRUE(PropertyList::write(file, entries, PropertyList::Format::Binary));
     }
+    /// The contents of the damaged files that were set aside.
+    [[nodiscard]] QList<QByteArray> setAside() const
+    {
+        QList<QByteArray> contents;
+        const QFileInfo info(file);
+        for (const QFileInfo &aside : info.dir().entryInfoList({info.fileName() + u".damaged-*"_s}))
+            contents.append(TemporaryContainer::read(aside.filePath()));
+        return contents;
+    }
     [[nodiscard]] QStringList storedNames() const
     {
         QStringList names;
@@ -127,15 +136,6 @@ TEST_F(MenuItemArrayTest, savesEverythingButRunningApplications)
     EXPECT_EQ(storedNames(), withoutFinder);
 }
 
-TEST_F(MenuItemArrayTest, writesItsListBackWhenTheFileIsDeletedMeanwhile)
-{
-    plant({link(u"a"_s)});
-    MenuItemArray items = array();
-    ASSERT_TRUE(QFile::remove(file));
-    EXPECT_TRUE(items.refresh());
-    EXPECT_EQ(storedNames(), (QStringList{u"Finder"_s, u"a"_s}));
-}
-
 TEST_F(MenuItemArrayTest, keepsACopyOfEntriesThatItDropsOnce)
 {
     plant({link(u"a"_s), broken});
@@ -145,10 +145,23 @@ TEST_F(MenuItemArrayTest, keepsACopyOfEntriesThatItDropsOnce)
         items.persist();
         items.refresh();
         EXPECT_EQ(storedNames(), (QStringList{u"Finder"_s, u"a"_s}));
-        const QFileInfo info(file);
-        const QFileInfoList aside = info.dir().entryInfoList({info.fileName() + u".damaged-*"_s});
-        ASSERT_EQ(aside.size(), 1);
-        EXPECT_EQ(TemporaryContainer::read(aside.at(0).filePath()), before);
+        EXPECT_EQ(setAside(), QList<QByteArray>{before});
+    }
+}
+
+TEST_F(MenuItemArrayTest, setsADamagedFileAsideAndStartsAnew)
+{
+    plant({link(u"a"_s)});
+    const QList<QByteArray> damaged{TemporaryContainer::read(file).chopped(20), QByteArray(),
+                                    PropertyList::encode(core(u"Mail"_s), PropertyList::Format::Binary).value()};
+    for (qsizetype i = 0; i < damaged.size(); ++i) {
+        QFile damagedFile(file);
+        ASSERT_TRUE(damagedFile.open(QIODevice::WriteOnly) && damagedFile.write(damaged[i]) == damaged[i].size());
+        damagedFile.close();
+        EXPECT_EQ(MemoryDesktop::names(array()), QStringList(u"Finder"_s) + withoutFinder);
+        ASSERT_EQ(setAside().size(), i + 1);
+        EXPECT_EQ(storedNames(), QStringList(u"Finder"_s) + withoutFinder);
+        EXPECT_TRUE(setAside().contains(damaged[i]));
     }
 }
 

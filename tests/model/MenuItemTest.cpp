@@ -171,38 +171,6 @@ TEST_F(CoreMenuItemTest, standsForTheApplicationThatPlaysItsRole)
     EXPECT_TRUE(item.isRunning());
 }
 
-TEST_F(CoreMenuItemTest, takesFilesUnlessItsRoleHasNoUseForThem)
-{
-    for (const char *name : {"Finder", "iTunes", "Safari", "Mail"})
-        EXPECT_TRUE(core(name).canOpenPath({})) << name;
-    for (const char *name : {"Launchpad", "App Store"})
-        EXPECT_FALSE(core(name).canOpenPath({})) << name;
-}
-
-TEST_F(CoreMenuItemTest, ofAnUnknownNameHasAPictureAllTheSame)
-{
-    for (const char *name : {"", "Nothing", "../../etc/passwd"})
-        EXPECT_FALSE(core(name).image().render({32, 32}).isNull()) << name;
-}
-
-TEST_F(RunningAppMenuItemTest, isGreyUntilItIsColoredAndBack)
-{
-    QImage red(8, 8, QImage::Format_ARGB32_Premultiplied);
-    red.fill(Qt::red);
-    RunningApplication record;
-    record.icon = Image::fromPixels(red);
-    RunningAppMenuItem item(desktop.runningApplications.add(record), desktop.services);
-    const auto color = [&] { return item.image().render({8, 8}).pixelColor(4, 4); };
-    const QColor grey = color();
-    EXPECT_EQ(grey.red(), grey.green());
-    EXPECT_EQ(grey.red(), grey.blue());
-    item.setRenderColored(true);
-    EXPECT_EQ(color(), QColor(Qt::red));
-    EXPECT_EQ(desktop.imageCache.imageForKey(item.identity()), item.image());
-    item.setRenderColored(false);
-    EXPECT_EQ(color(), grey);
-}
-
 TEST_F(RunningAppMenuItemTest, isNeverStoredAndComesForward)
 {
     const QString path = u"/usr/share/applications/tool.desktop"_s;

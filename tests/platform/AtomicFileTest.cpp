@@ -83,29 +83,5 @@ TEST(WriteFileAtomically, leavesTheOldFileWholeWhenTheDiskIsFull)
     EXPECT_EQ(folder.entryList(everything), QStringList{QStringLiteral("file")});
 }
 
-TEST(DamagedFile, isSetOrCopiedAsideUnderANameOfItsOwn)
-{
-    const TemporaryContainer container;
-    QStringList names;
-    for (const char *content : {"one", "two", "three"}) {
-        const QString path = container.write(QStringLiteral("data/a.plist"), content);
-        const QString aside = setAsideDamagedFile(path);
-        EXPECT_TRUE(aside.startsWith(path + QStringLiteral(".damaged-"))) << qPrintable(aside);
-        EXPECT_EQ(TemporaryContainer::read(aside), content);
-        EXPECT_FALSE(QFileInfo::exists(path));
-        EXPECT_FALSE(names.contains(aside));
-        names.append(aside);
-    }
-    const QString path = container.write(QStringLiteral("data/a.plist"), "copied");
-    for (const QString &copy : {copyAsideDamagedFile(path), copyAsideDamagedFile(path)}) {
-        EXPECT_FALSE(names.contains(copy));
-        EXPECT_EQ(TemporaryContainer::read(copy), "copied");
-        EXPECT_EQ(TemporaryContainer::read(path), "copied");
-        names.append(copy);
-    }
-    EXPECT_EQ(setAsideDamagedFile(container.path(QStringLiteral("data/none"))), QString());
-    EXPECT_EQ(setAsideDamagedFile(container.path(QStringLiteral("data"))), QString());
-}
-
 } // namespace
 } // namespace Orbita

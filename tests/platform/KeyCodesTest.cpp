@@ -36,17 +36,12 @@ TEST(KeyCodes, areThoseOfKeyEvents)
         {"an arrow on the keypad", Qt::Key_Left, KEY_KP4 + 8, 123},
         {"a digit on the keypad", Qt::Key_4, KEY_KP4 + 8, 86},
         {"Return", Qt::Key_Return, KEY_ENTER + 8, 36},
-        {"Enter", Qt::Key_Enter, KEY_KPENTER + 8, 76},
         {"Shift and Tab", Qt::Key_Backtab, KEY_TAB + 8, 48},
         {"Backspace", Qt::Key_Backspace, KEY_BACKSPACE + 8, 51},
         {"Delete", Qt::Key_Delete, KEY_DELETE + 8, 117},
         {"F1", Qt::Key_F1, 0, 122},
-        {"F10", Qt::Key_F10, 0, 109},
-        {"F12", Qt::Key_F12, 0, 111},
-        {"F13", Qt::Key_F13, 0, 105},
         {"F20", Qt::Key_F20, 0, 90},
         {"no position", Qt::Key_A, 0, std::nullopt},
-        {"a position below all", Qt::Key_A, 7, std::nullopt},
         {"a position beyond all", Qt::Key_A, 0xffffffff, std::nullopt}};
     for (const auto &[name, key, scanCode, code] : rows) {
         const QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, scanCode, 0, 0);

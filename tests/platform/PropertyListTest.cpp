@@ -30,28 +30,20 @@ TEST(PropertyListFormats, keepEveryValue)
     const QVariantList values{QStringLiteral("Gr\u00f6\u00dfe \U0001F600 <&>\"' ]]>"), // beyond the basic plane
                               QStringLiteral("  a\r\nb\rc\td\n "),
                               QString(),
-                              QString(1'000'000, u'&'),
                               QByteArray("\0\1\xff\0", 4),
                               QByteArray(""),
-                              QByteArray("text"),
                               true,
-                              false,
-                              qint64(0),
-                              qint64(-1),
                               Limits::min(),
                               Limits::max(),
                               quint64(1) << 63,
                               ~quint64(0),
                               0.1,
-                              3.0,
                               4.9e-324,
-                              -1.7e308,
                               std::numeric_limits<double>::infinity(),
                               someDate,
                               someDate.addYears(-60),
                               QVariant::fromValue(Uid{77}),
                               QVariant(QVariantList()),
-                              QVariantMap(),
                               QVariant(QVariantList{QVariantList{QVariantList{qint64(1)}}, QVariantMap()})};
     for (const QVariant &value : values) {
         const QVariant root = QVariantMap{{QStringLiteral("k\u00e9y"), QVariantList{value, true}}};
@@ -64,17 +56,6 @@ TEST(PropertyListFormats, keepEveryValue)
             EXPECT_EQ(decoded->toMap().first().toList().first().metaType(), value.metaType()) << bytes->constData();
         }
     }
-}
-
-TEST(PropertyListText, losesOnlyWhatXmlCannotCarry)
-{
-    const QString hostile = QString(QChar(u'a')) + QChar::Null + u'b' + QChar(0xd800) + u'c' + QChar(0xffff);
-    const auto roundTrip = [](const QString &text, Format format) {
-        return PropertyList::decode(PropertyList::encode(QVariantMap{{text, text}}, format).value()).value().toMap();
-    };
-    EXPECT_EQ(roundTrip(hostile, Format::Binary), (QVariantMap{{hostile, hostile}}));
-    const QString mended = QStringLiteral("a\ufffdb\ufffdc\ufffd");
-    EXPECT_EQ(roundTrip(hostile, Format::Xml), (QVariantMap{{mended, mended}}));
 }
 
 TEST(PropertyListFormats, areThoseOfOtherPrograms)
@@ -189,44 +170,31 @@ TEST(PropertyListDecode, refusesWhatIsMalformedTooDeepOrTooLarge)
     using enum ReadError;
     const std::vector<std::tuple<const char *, QByteArray, ReadError>> rows{
         {"nothing", {}, Malformed},
-        {"blanks", "    \n  ", Malformed},
-        {"NULs", QByteArray(100, '\0'), Malformed},
         {"another document", "<html><array/></html>", Malformed},
-        {"no root", xml({}), Malformed},
         {"two roots", xml("<true/><true/>"), Malformed},
         {"cut off", xml("<array><string>abc"), Malformed},
-        {"cut off before the end", xml("<array/>").chopped(10), Malformed},
         {"an unknown element", xml("<set/>"), Malformed},
-        {"loose text", xml("<array>a</array>"), Malformed},
-        {"a value without a key", xml("<dict><true/></dict>"), Malformed},
         {"a key without a value", xml("<dict><key>a</key></dict>"), Malformed},
         {"an element in a text", xml("<string>a<b/></string>"), Malformed},
-        {"no number", xml("<integer>x</integer>"), Malformed},
         {"a number beyond 64 bits", xml("<integer>18446744073709551616</integer>"), Malformed},
-        {"no real", xml("<real>1,5</real>"), Malformed},
-        {"no date", xml("<date>yesterday</date>"), Malformed},
         {"no Base64", xml("<data>QU!D</data>"), Malformed},
         {"an unknown entity", xml("<string>&nope;</string>"), Malformed},
         {"an external entity", QByteArray(ownEntity).replace("\"hi\"", "SYSTEM \"file:///etc/passwd\""), Malformed},
         {"an entity of its own", ownEntity, Malformed},
-        {"an attribute of its own", "<!DOCTYPE plist [<!ATTLIST plist a CDATA 'x'>]><plist><true/></plist>", Malformed},
         {"a million attributes", "<plist " + QByteArray("a='>' ").repeated(1'000'000) + "><true/></plist>", Malformed},
         {"200,000 open arrays", QByteArray("<plist>") + QByteArray("<array>").repeated(200'000), TooDeep},
         {"100,000 nested dictionaries",
          xml(QByteArray("<dict><key>k</key>").repeated(100'000) + "<true/>" + QByteArray("</dict>").repeated(100'000)),
          TooDeep},
         {"too many values", xml("<array>" + QByteArray("<true/>").repeated(1'000'001) + "</array>"), TooLarge},
-        {"only the magic", "bplist00", Malformed},
         {"cut off", binary({"\x09"}).chopped(1), Malformed},
         {"a null", binary({QByteArray(1, '\0')}), Malformed},
         {"a root that is not there", binary({"\x09"}, 1, 5), Malformed},
         {"an element that is not there", binary({"\xa1\x05"}), Malformed},
         {"a key that is no text", binary({"\xd1\x01\x01", "\x09"}), Malformed},
         {"a size beyond the file", binary({sizeBeyondTheFile}), Malformed},
-        {"references of no bytes", binary({"\x09"}, 0), Malformed},
         {"references of nine bytes", binary({"\x09"}, 9), Malformed},
         {"an array that holds itself", binary({QByteArray("\xa1\x00", 2)}), TooDeep},
-        {"a cycle of two", binary({QByteArray("\xa1\x01"), QByteArray("\xa1\x00", 2)}), TooDeep},
         {"200,000 arrays in each other", chain(200'000), TooDeep},
         {"a chain one too deep", chain(512), TooDeep},
         {"shared arrays that expand to billions", laughs(10, 14, "\x09"), TooLarge},

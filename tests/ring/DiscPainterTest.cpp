@@ -30,6 +30,7 @@ TEST(DiscFill, followsTintAndBackdrop)
               rgb(0.2F, 0.4F, 0.6F, 0.6F)},
           Row{"a colour", rgb(0.2F, 0.4F, 0.6F), Backdrop::Clear, rgb(0.2F, 0.4F, 0.6F, 0.95F)},
           Row{"not quite black blurred", rgb(0.01F, 0, 0), Backdrop::Blurred, rgb(0.01F, 0, 0, 0.6F)},
+          Row{"not quite white blurred", rgb(0.99F, 1, 1), Backdrop::Blurred, rgb(0.99F, 1, 1, 0.6F)},
           Row{"nothing shines through where nothing is blended", Qt::black, Backdrop::None, Qt::black},
           Row{"white is opaque there", Qt::white, Backdrop::None, Qt::white}}) {
         SCOPED_TRACE(name);
@@ -37,15 +38,6 @@ TEST(DiscFill, followsTintAndBackdrop)
         EXPECT_NEAR(fill.alphaF(), expected.alphaF(), 1e-4);
         EXPECT_TRUE(expected.alpha() == 0 || fill.rgb() == expected.rgb());
     }
-}
-
-TEST(CountsAsWhite, beginsStrictlyAbove)
-{
-    EXPECT_TRUE(countsAsWhite(rgb(0.995F, 0.995F, 0.995F)));
-    EXPECT_FALSE(countsAsWhite(rgb(0.99F, 1, 1)));
-    EXPECT_FALSE(countsAsWhite(QColor()));
-    EXPECT_FALSE(countsAsBlack(QColor()));
-    EXPECT_TRUE(countsAsBlack(rgb(0.005F, 0, 0.009F)));
 }
 
 TEST(Tint, darkensWithoutBlur)

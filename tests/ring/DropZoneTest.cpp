@@ -54,26 +54,11 @@ TEST(DropTargets, dependOnTheDirection)
     EXPECT_FALSE(dropTargetAt(RingLayout{}, 1.0, [](ItemAddress) { return true; })) << "an empty ring";
 }
 
-TEST(DropTarget, insertsBeforeOrAfterItsItem)
-{
-    EXPECT_EQ((DropTarget{{1, 2}, DropZone::Before}.insertion()), (ItemAddress{1, 2}));
-    EXPECT_EQ((DropTarget{{1, 2}, DropZone::After}.insertion()), (ItemAddress{1, 3}));
-    EXPECT_FALSE((DropTarget{{1, 2}, DropZone::Onto}.insertion().isFound()));
-}
-
 TEST(ArcAt, givesTheFarBorderToItsItemOnRequest)
 {
     EXPECT_FALSE(arcAt(fourItems(), 90 * degree, ArcEnd::Excluded));
     ASSERT_TRUE(arcAt(fourItems(), 90 * degree, ArcEnd::Included));
     EXPECT_EQ(arcAt(fourItems(), 90 * degree, ArcEnd::Included)->item, (ItemAddress{0, 0}));
-}
-
-TEST(AddressBeforePress, addsOneFromThePressedPositionOnInEverySection)
-{
-    EXPECT_EQ(addressBeforePress({0, 2}, {0, 1}), (ItemAddress{0, 1}));
-    EXPECT_EQ(addressBeforePress({0, 2}, {0, 2}), (ItemAddress{0, 3}));
-    EXPECT_EQ(addressBeforePress({0, 2}, {1, 1}), (ItemAddress{1, 1}));
-    EXPECT_EQ(addressBeforePress({0, 2}, {1, 4}), (ItemAddress{1, 5}));
 }
 
 } // namespace

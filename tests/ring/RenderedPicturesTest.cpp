@@ -41,8 +41,6 @@ TEST(RenderedPictures, choosesTheClassAtOrAboveTheSize)
     EXPECT_EQ(RenderedPictures::sizeClass(25), 32);
     EXPECT_EQ(RenderedPictures::sizeClass(512), 512);
     EXPECT_EQ(RenderedPictures::sizeClass(4000), 512);
-    const auto bytesOf = [](int side) { return RenderedPictures::bytesFor(side, side); };
-    EXPECT_EQ(RenderedPictures::bytesFor(60, 100), bytesOf(64) + bytesOf(96) + bytesOf(128));
 }
 
 TEST(RenderedPictures, rendersEachClassOnceInTheBackground)

@@ -16,21 +16,6 @@ protected:
     QAccessibleInterface *ring = QAccessible::queryAccessibleInterface(&view);
 };
 
-TEST_F(RingAccessibility, exposesTheRingAsAMenuOfItsItems)
-{
-    ASSERT_TRUE(ring);
-    EXPECT_EQ(ring->role(), QAccessible::PopupMenu);
-    EXPECT_EQ(ring->text(QAccessible::Name), u"Orbita"_s);
-    ASSERT_EQ(ring->childCount(), 8);
-    EXPECT_EQ(ring->child(8), nullptr);
-    QAccessibleInterface *third = ring->child(3);
-    EXPECT_EQ(third->text(QAccessible::Name), u"0-3"_s);
-    EXPECT_EQ(ring->indexOfChild(third), 3);
-    EXPECT_EQ(third->parent(), ring);
-    EXPECT_TRUE(third->rect().contains(view.mapToGlobal(ViewFlip{400}(centerOf(3))).toPoint()));
-    EXPECT_EQ(ring->childAt(third->rect().center().x(), third->rect().center().y()), third);
-}
-
 TEST_F(RingAccessibility, letsItemsBePressedAndChosenUntilTheyAreGone)
 {
     QAccessibleInterface *chosen = ring->child(5);

@@ -37,13 +37,6 @@ TEST(RingItemLayers, giveTheCaptionAShareThatGrowsWithTheItemWithinBounds)
     }
 }
 
-TEST(RingItemLayers, surroundTheItemWithFrameAndDot)
-{
-    const RingItemLayers layers = ringItemLayers({48, 48}, false);
-    EXPECT_EQ(layers.selectionLayer, QRectF(-2, -2, 52, 52));
-    EXPECT_EQ(layers.highlightLayer, QRectF(21, -9, 6, 6));
-}
-
 TEST(RingItem, showsItsSelectionOnlyWithAPictureAndKeepsItsColourWhenGivenNone)
 {
     RingItem item(Image(), u"name"_s);
@@ -57,35 +50,6 @@ TEST(RingItem, showsItsSelectionOnlyWithAPictureAndKeepsItsColourWhenGivenNone)
     EXPECT_EQ(item.highlightColor(), QColor(Qt::black));
 }
 
-/// A view in a window.
-struct Host final : RingItemHost {
-    void itemChanged(const RingItem &) override {}
-    void titleVisibilityChanged() override { ++titleChanges; }
-    [[nodiscard]] bool canShowTitles() const override { return inWindow; }
-    bool inWindow = false;
-    int titleChanges = 0;
-};
-
-TEST(RingItem, hasABubbleOnlyWithATitleInAWindow)
-{
-    Host host;
-    RingItem item(Image(), u"name"_s);
-    const auto isShown = [&item] {
-        item.showTitle();
-        return item.titleVisible();
-    };
-    EXPECT_FALSE(isShown()) << "it stands in no view";
-    item.setHost(&host);
-    EXPECT_FALSE(isShown());
-    host.inWindow = true;
-    EXPECT_TRUE(isShown());
-    EXPECT_TRUE(isShown());
-    EXPECT_EQ(host.titleChanges, 1);
-    item.setTitle(QString());
-    EXPECT_FALSE(item.titleVisible());
-    EXPECT_FALSE(isShown());
-}
-
 TEST(RingItem, cutsLongCaptionsAtTheEnd)
 {
     RingItem item(Image(), u"A name\nmuch longer than any item on the ring is wide"_s);
@@ -93,13 +57,6 @@ TEST(RingItem, cutsLongCaptionsAtTheEnd)
     EXPECT_TRUE(item.caption().startsWith(u"A name m"_s));
     EXPECT_TRUE(item.caption().endsWith(QChar(0x2026)));
     EXPECT_LE(QFontMetricsF(ringFont(13)).horizontalAdvance(item.caption()), 100.0);
-}
-
-TEST(RingFont, hasGlyphsOfTheAskedSize)
-{
-    for (const double size : {5.5, 8.0, 10.5, 13.0})
-        EXPECT_NEAR(QFontInfo(ringFont(size)).pixelSize(), size, 0.51) << size;
-    EXPECT_LT(QFontMetricsF(ringFont(9.0)).ascent(), QFontMetricsF(ringFont(9.5)).ascent());
 }
 
 TEST(RingItemPainter, paintsEveryPartWhereItBelongs)

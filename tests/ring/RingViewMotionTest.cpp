@@ -1,22 +1,10 @@
 #include "ring/RingViewFixture.h"
-#include "ring/TitleBubble.h"
-
-#include <QApplication>
-#include <QPaintEvent>
 
 namespace Orbita {
 namespace {
 
 using RingViewMotion = RingViewFixture;
 using Seconds = AnimationClock::Time;
-
-size_t visibleBubbles()
-{
-    size_t count = 0;
-    for (const QWidget *widget : QApplication::topLevelWidgets())
-        count += qobject_cast<const TitleBubble *>(widget) && widget->isVisible() ? 1 : 0;
-    return count;
-}
 
 TEST_F(RingViewMotion, glidesToTheNewPlacesInAQuarterOfASecond)
 {
@@ -79,46 +67,6 @@ TEST_F(RingViewMotion, followsTheSizeOfTheView)
     view.resize(800, 800);
     clock.advance(Seconds(0.3));
     EXPECT_NEAR(length(item(0).shownFrame().center() - QPointF(400, 400)), 244.0, 1e-9);
-}
-
-/// Sees what is repainted.
-class PaintWatcher : public QObject {
-public:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            painted |= static_cast<QPaintEvent *>(event)->region();
-        return false;
-    }
-    QRegion painted;
-};
-
-TEST_F(RingViewMotion, repaintsOnlyWhereItemsMove)
-{
-    QCoreApplication::processEvents();
-    PaintWatcher watcher;
-    view.installEventFilter(&watcher);
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(watcher.painted.isEmpty());
-    move(at(2.5 / 8));
-    clock.advance(Seconds(0.05));
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(watcher.painted.contains(QPoint(200, 200)));
-    EXPECT_TRUE(watcher.painted.contains(ViewFlip{400}(item(0).shownFrame().center()).toPoint()));
-}
-
-TEST_F(RingViewMotion, showsOneBubbleThatFollowsThePointer)
-{
-    for (const qint64 hovered : {2, 3}) {
-        move(at((double(hovered) + 0.5) / 8));
-        QCoreApplication::processEvents();
-        EXPECT_EQ(visibleBubbles(), 1U);
-        const QRectF frame = view.frameOnStage({0, hovered});
-        EXPECT_NEAR(stage.lastFrame.center().x(), frame.center().x(), 1.0);
-        EXPECT_LT(stage.lastFrame.center().y(), frame.y()) << "it stands below the item";
-    }
-    view.hide();
-    EXPECT_EQ(visibleBubbles(), 0U);
 }
 
 } // namespace

@@ -31,15 +31,6 @@ TEST_F(RingViewPress, magnifiesNothingUntilTheRelease)
     EXPECT_GT(weight(5), 4.0);
 }
 
-TEST_F(RingViewPress, magnifiesAgainAfterAPressWhoseReleaseNobodyHeard)
-{
-    press(at(0.0, 0.0));
-    view.setEnabled(false);
-    view.setEnabled(true);
-    move(at(5.5 / 8));
-    EXPECT_GT(weight(5), 4.0);
-}
-
 TEST_F(RingViewPress, takesAControlPressForARightClickUntilItsRelease)
 {
     press(centerOf(3), Qt::ControlModifier);

@@ -28,27 +28,16 @@ protected:
     RingWindow window{stage, blur};
 };
 
-TEST_F(RingWindowTest, followsTheCompositorWhileItRuns)
+TEST_F(RingWindowTest, takesThePointerOnItsDiscWhateverItsSize)
 {
-    EXPECT_TRUE(window.windowFlags().testFlag(Qt::FramelessWindowHint));
     EXPECT_EQ(window.childAt(200, 200), nullptr) << "the outline never takes the pointer";
     window.show();
-    const auto middle = [&] { return window.grab().toImage().pixelColor(200, 200); };
-    EXPECT_LT(middle().alpha(), 255);
-    EXPECT_TRUE(window.mask().isEmpty());
-    EXPECT_FALSE(stage.inputRegion.contains(QPoint(3, 3)));
-    EXPECT_TRUE(stage.inputRegion.contains(QPoint(200, 5)));
-
     stage.setCompositing(false);
     EXPECT_FALSE(window.mask().contains(QPoint(3, 3)));
     EXPECT_TRUE(stage.inputRegion.isEmpty());
     const QImage shown = window.grab().toImage();
-    for (const QRect &row : window.mask()) {
+    for (const QRect &row : window.mask())
         EXPECT_EQ(shown.pixelColor(row.topLeft()), QColor(Qt::white)) << "black must not shine through";
-        EXPECT_EQ(shown.pixelColor(row.bottomRight()), QColor(Qt::white));
-    }
-    EXPECT_EQ(middle(), QColor(Qt::white));
-
     stage.setCompositing(true);
     EXPECT_TRUE(window.mask().isEmpty());
     window.resize(600, 600);
@@ -122,17 +111,6 @@ TEST_F(CloseButtonTest, clicksWhenTheLeftButtonIsReleasedWithin)
     send(button, QEvent::MouseButtonPress, {15, 15});
     send(button, QEvent::MouseButtonRelease, {3, 3});
     EXPECT_EQ(clicks, 1);
-}
-
-TEST_F(CloseButtonTest, takesNewColoursAtOnce)
-{
-    button.setDefaultColor(Qt::white);
-    EXPECT_EQ(button.strokeColor(), QColor(Qt::white));
-    button.setStrokeColor(QColor());
-    EXPECT_EQ(button.strokeColor(), QColor(Qt::white));
-    button.setIsHighlighted(true);
-    button.setHighlightColor(Qt::red);
-    EXPECT_EQ(button.strokeColor(), QColor(Qt::red));
 }
 
 TEST_F(CloseButtonTest, drawsACircleWithACross)

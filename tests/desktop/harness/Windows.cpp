@@ -130,11 +130,6 @@ WindowInfo Windows::waitForWindow(const QString &className) const
     return waitFor(withClass(className), QStringLiteral("a window of class %1 stood there").arg(className));
 }
 
-void Windows::waitUntilGone(const WindowFilter &filter, const QString &description) const
-{
-    waitUntil([&] { return !find(filter); }, description);
-}
-
 void Windows::waitUntilHandled(xcb_window_t window) const
 {
     // Qt answers before it acts on what it received together with the first ping; the second one it
@@ -166,14 +161,6 @@ void Windows::ping(xcb_window_t window) const
         return false;
     };
     waitUntil(answered, QStringLiteral("the window answered"));
-}
-
-void Windows::waitUntilDragHandled(xcb_window_t source, xcb_window_t target) const
-{
-    // Motion to the source, its message to the target, the target's answer to the source.
-    waitUntilHandled(source);
-    waitUntilHandled(target);
-    waitUntilHandled(source);
 }
 
 bool Windows::hasManager() const
@@ -214,12 +201,9 @@ xcb_window_t Windows::inputFocus() const
     return reply ? reply->focus : xcb_window_t(XCB_WINDOW_NONE);
 }
 
-QList<QByteArray> Windows::states(xcb_window_t window) const
+bool Windows::hasState(xcb_window_t window, const QByteArray &state) const
 {
-    QList<QByteArray> names;
-    for (const quint32 atom : m_connection.values(window, "_NET_WM_STATE"))
-        names += m_connection.atomName(atom);
-    return names;
+    return m_connection.values(window, "_NET_WM_STATE").contains(m_connection.atom(state));
 }
 
 std::optional<quint32> Windows::desktop(xcb_window_t window) const
@@ -235,7 +219,7 @@ void Windows::activate(xcb_window_t window) const
         m_connection.askWindowManager(window, "_NET_ACTIVE_WINDOW", {asPager, XCB_CURRENT_TIME, 0, 0, 0});
         return;
     }
-    raise(window);
+    configure(window, XCB_CONFIG_WINDOW_STACK_MODE, {XCB_STACK_MODE_ABOVE});
     xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     m_connection.sync();
 }
@@ -244,11 +228,6 @@ void Windows::configure(xcb_window_t window, quint16 what, std::array<quint32, 2
 {
     xcb_configure_window(m_connection, window, what, values.data());
     m_connection.sync();
-}
-
-void Windows::raise(xcb_window_t window) const
-{
-    configure(window, XCB_CONFIG_WINDOW_STACK_MODE, {XCB_STACK_MODE_ABOVE});
 }
 
 void Windows::moveTo(xcb_window_t window, QPoint position) const

@@ -48,14 +48,9 @@ public:
     WindowInfo waitFor(const WindowFilter &filter, const QString &description) const;
     /// Waits for a viewable window whose WM_CLASS has \a className.
     WindowInfo waitForWindow(const QString &className) const;
-    /// Waits until no window that passes \a filter is viewable.
-    void waitUntilGone(const WindowFilter &filter, const QString &description) const;
     /// Waits until the program has dealt with all events sent to it before. The window must follow
     /// _NET_WM_PING, as those of Qt and GTK do.
     void waitUntilHandled(xcb_window_t window) const;
-    /// Waits until, in a drag from \a source over \a target, both have taken note of the pointer's last step and of
-    /// each other's answers. A source that sees the release before that drops nothing.
-    void waitUntilDragHandled(xcb_window_t source, xcb_window_t target) const;
 
     /// Whether a window manager answers, not merely one that has left its mark.
     [[nodiscard]] bool hasManager() const;
@@ -65,13 +60,12 @@ public:
     [[nodiscard]] xcb_window_t activeWindow() const;
     /// Where the server sends keys.
     [[nodiscard]] xcb_window_t inputFocus() const;
-    /// Names such as _NET_WM_STATE_ABOVE.
-    [[nodiscard]] QList<QByteArray> states(xcb_window_t window) const;
+    /// \a state is a name such as "_NET_WM_STATE_ABOVE".
+    [[nodiscard]] bool hasState(xcb_window_t window, const QByteArray &state) const;
     /// The virtual desktop, 0xFFFFFFFF for all of them.
     [[nodiscard]] std::optional<quint32> desktop(xcb_window_t window) const;
 
     void activate(xcb_window_t window) const;
-    void raise(xcb_window_t window) const;
     void moveTo(xcb_window_t window, QPoint position) const;
     void resize(xcb_window_t window, QSize size) const;
     void iconify(xcb_window_t window) const;

@@ -48,14 +48,6 @@ xcb_atom_t XConnection::atom(const QByteArray &name) const
     return atom;
 }
 
-QByteArray XConnection::atomName(xcb_atom_t atom) const
-{
-    const XReply<xcb_get_atom_name_reply_t> reply(
-        xcb_get_atom_name_reply(*this, xcb_get_atom_name(*this, atom), nullptr));
-    return reply ? QByteArray(xcb_get_atom_name_name(reply.get()), xcb_get_atom_name_name_length(reply.get()))
-                 : QByteArray();
-}
-
 void XConnection::sync() const
 {
     const XReply<xcb_get_input_focus_reply_t> reply(

@@ -34,7 +34,6 @@ public:
     [[nodiscard]] const xcb_screen_t &screen() const { return *m_screen; }
     [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
     [[nodiscard]] xcb_atom_t atom(const QByteArray &name) const;
-    [[nodiscard]] QByteArray atomName(xcb_atom_t atom) const;
 
     /// Returns when the server has carried out everything sent so far.
     void sync() const;

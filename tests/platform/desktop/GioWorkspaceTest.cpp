@@ -4,7 +4,6 @@
 #include "platform/desktop/GioWorkspace.h"
 #include "platform/desktop/StartupNotifier.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
@@ -210,18 +209,14 @@ TEST_F(GioWorkspaceTest, AFileOfTheUsersOwnStandsInFrontOfTheSystems)
     ASSERT_TRUE(workspace.launchApplication(path));
     (void)users.waitForStart();
     EXPECT_FALSE(systems.wasStarted());
-    QFile::remove(path);
-}
 
-TEST_F(GioWorkspaceTest, APipeInFrontOfAFileIsNotOpened)
-{
-    const Probe probe("hidden-by-pipe");
-    const QString path = PrivateSession::write("share/applications/sub/piped.desktop", probe.desktopFile());
+    const QString piped = PrivateSession::write("share/applications/sub/piped.desktop", systems.desktopFile());
     plantPipe("sub-piped");
-    EXPECT_EQ(workspace.displayName(path), QStringLiteral("Probe"));
-    EXPECT_TRUE(workspace.launchApplication(path));
-    (void)probe.waitForStart();
+    EXPECT_EQ(workspace.displayName(piped), QStringLiteral("Probe")) << "a pipe is not opened";
+    EXPECT_TRUE(workspace.launchApplication(piped));
+    (void)systems.waitForStart();
     QFile::remove(path);
+    QFile::remove(piped);
 }
 
 TEST_F(GioWorkspaceTest, TheIndexHoldsTheFilesInForceOnly)
@@ -231,6 +226,9 @@ TEST_F(GioWorkspaceTest, TheIndexHoldsTheFilesInForceOnly)
     install("both", content);
     install("deleted", probe.desktopFile("%p", "Hidden=true"));
     plantPipe("pipe");
+    install("long", "[Desktop Entry]\nName=" + QByteArray(5'000'000, 'W') + '\n');
+    QFile::link(QStringLiteral("."), PrivateSession::path(".local/share/applications/endless"));
+    QDir().mkpath(PrivateSession::path(".local/share/applications/folder.desktop"));
     const QStringList systems{PrivateSession::write("share/applications/sub/nested.desktop", content),
                               PrivateSession::write("share/applications/both.desktop", content),
                               PrivateSession::write("share/applications/deleted.desktop", content),
@@ -248,39 +246,25 @@ TEST_F(GioWorkspaceTest, TheIndexHoldsTheFilesInForceOnly)
     EXPECT_EQ(catalog.entries()[1].id, QStringLiteral("sub-nested"));
 }
 
-TEST_F(GioWorkspaceTest, AnIconIsRememberedUntilApplicationsChange)
-{
-    int changes = 0;
-    QObject::connect(&workspace, &Workspace::applicationsChanged, &workspace, [&changes] { ++changes; });
-    QCoreApplication::processEvents(); // the watching begins
-    const auto plant = [](const QByteArray &picture) {
-        install("pictured", "[Desktop Entry]\nType=Application\nName=X\nExec=true\nIcon=" + picture + '\n');
-    };
-    plant("/no/such/first.png");
-    ASSERT_TRUE(eventually([&] { return changes == 1; }));
-    const QString path = PrivateSession::path(".local/share/applications/pictured.desktop");
-    const Image first = workspace.icon(path);
-    plant("/no/such/second.png");
-    EXPECT_EQ(workspace.icon(path), first) << "read again";
-    ASSERT_TRUE(eventually([&] { return changes == 2; }));
-    EXPECT_FALSE(workspace.icon(path) == first);
-}
-
-TEST_F(GioWorkspaceTest, ApplicationsAreReportedOncePerBurstAndRolesFollow)
+TEST_F(GioWorkspaceTest, ApplicationsAreReportedOncePerBurstAndRolesAndIconsFollow)
 {
     const QString role = QStringLiteral("App Store");
     EXPECT_EQ(workspace.coreApplication(role), std::nullopt);
     int changes = 0;
     QObject::connect(&workspace, &Workspace::applicationsChanged, &workspace, [&changes] { ++changes; });
     const Probe probe("store");
-    const QString path = install("synaptic", probe.desktopFile());
+    const QString path = install("synaptic", probe.desktopFile("%p", "Icon=/no/such/first.png"));
     install("other", probe.desktopFile());
     ASSERT_TRUE(eventually([&] { return changes >= 1; }));
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(workspace.coreApplication(role), path);
-    QFile::remove(path);
+    const Image first = workspace.icon(path);
+    install("synaptic", probe.desktopFile("%p", "Icon=/no/such/second.png"));
+    EXPECT_EQ(workspace.icon(path), first) << "read again";
     ASSERT_TRUE(eventually([&] { return changes >= 2; })) << "watching must go on after the first change";
-    EXPECT_EQ(workspace.coreApplication(role), std::nullopt);
+    EXPECT_FALSE(workspace.icon(path) == first);
+    QFile::remove(path);
+    ASSERT_TRUE(eventually([&] { return !workspace.coreApplication(role); }));
 }
 
 } // namespace

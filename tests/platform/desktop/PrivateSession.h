@@ -12,11 +12,9 @@ namespace Orbita {
 namespace PrivateSession {
 
 [[nodiscard]] const SessionFolders &folders();
-/// The path of \a name below the session's home folder.
 [[nodiscard]] QString path(const QByteArray &name);
 /// Writes \a content to the file called \a name below the home folder and returns its path.
 QString write(const QByteArray &name, const QByteArray &content);
-/// Installs \a content as the application \a id for the user and returns its path.
 QString install(const QByteArray &id, const QByteArray &content);
 /// Makes the application \a id one for \a type, and the default one.
 void associate(const QByteArray &type, const QByteArray &id);

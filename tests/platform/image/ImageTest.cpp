@@ -4,12 +4,9 @@
 #include "support/TemporaryContainer.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QImageWriter>
 
 #include <gtest/gtest.h>
-
-#include <sys/stat.h>
 
 namespace Orbita {
 
@@ -103,17 +100,6 @@ TEST(SvgSafety, IsToldBeforeDrawing)
         {"too many elements", svg(QByteArray("<g/>").repeated(200'001)), false}};
     for (const auto &[name, document, isSafe] : rows)
         EXPECT_EQ(isSafeSvg(document), isSafe) << name;
-}
-
-TEST(Image, APipeOrAFolderIsNotOpenedAndTheFallbackIsDrawn)
-{
-    const TemporaryContainer container;
-    const QString pipe = container.path(QStringLiteral("pipe.svg"));
-    mkfifo(QFile::encodeName(pipe).constData(), 0600);
-    const Image fallback = Image::fromPixels(plain(4, 4));
-    for (const QString &path : {pipe, container.path(QStringLiteral(".")), QString()})
-        EXPECT_EQ(Image::fromFile(path, fallback).render({8, 8}), fallback.render({8, 8}));
-    EXPECT_TRUE(Image::fromFile(pipe).render({8, 8}).isNull());
 }
 
 TEST(Image, ColorControlsFollowTheEquations)

@@ -96,15 +96,4 @@ xcb_window_t ForeignClient::claimCompositing() const
     return owner;
 }
 
-bool ForeignClient::isPointerIn(xcb_window_t window) const
-{
-    xcb_window_t at = connection.root();
-    while (at != XCB_NONE && at != window) {
-        const auto cookie = xcb_query_pointer(connection, at);
-        const XReply<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(connection, cookie, nullptr));
-        at = reply ? reply->child : xcb_window_t(XCB_NONE);
-    }
-    return at == window;
-}
-
 } // namespace Orbita

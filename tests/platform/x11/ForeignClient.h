@@ -54,8 +54,6 @@ public:
     void swapButtons() const;
     /// Takes the selection that stands for a compositor and returns the window that holds it.
     [[nodiscard]] xcb_window_t claimCompositing() const;
-    /// Whether the pointer is in \a window, as far as that takes input, or in what it contains.
-    [[nodiscard]] bool isPointerIn(xcb_window_t window) const;
 
     const XConnection connection;
     const Input input{connection};

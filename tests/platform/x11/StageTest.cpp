@@ -25,8 +25,6 @@ struct MemoryScene {
 
     MemoryScene() { stage.setCompositing(false); }
     void movePointer(QPoint place) { stage.pointer = place; } // y upwards
-    void pressButton() { stage.buttonsUp = false; }
-    void releaseButton() { stage.buttonsUp = true; }
     /// A compositor that offers blur starts, or ends.
     void setCompositing(bool compositing)
     {
@@ -51,8 +49,6 @@ struct X11Scene {
         EXPECT_TRUE(eventually([this] { return windowManager.isPresent(); }));
     }
     void movePointer(QPoint place) { client.input.moveTo({place.x(), 800 - place.y()}); }
-    void pressButton() { client.input.press(); }
-    void releaseButton() { client.input.release(); }
     void setCompositing(bool on)
     {
         if (on)
@@ -87,16 +83,6 @@ TYPED_TEST(StageContract, measuresFromTheLowerLeftCorner)
     EXPECT_EQ(window.geometry(), QRect(300, 100, 400, 500));
 }
 
-TYPED_TEST(StageContract, knowsWhetherAButtonIsPressed)
-{
-    TypeParam scene;
-    EXPECT_TRUE(scene.stage.areButtonsUp());
-    scene.pressButton();
-    EXPECT_TRUE(eventually([&] { return !scene.stage.areButtonsUp(); }));
-    scene.releaseButton();
-    EXPECT_TRUE(eventually([&] { return scene.stage.areButtonsUp(); }));
-}
-
 TYPED_TEST(StageContract, followsTheCompositor)
 {
     TypeParam scene;
@@ -114,90 +100,54 @@ TYPED_TEST(StageContract, followsTheCompositor)
     EXPECT_EQ(blurChanges, (std::vector{true, false}));
 }
 
-class X11StageTest : public testing::Test {
-protected:
-    X11StageTest() { m_window.setFlags(Qt::Tool | Qt::FramelessWindowHint); }
-    [[nodiscard]] bool waitForFocus(xcb_window_t window) const
-    {
-        return eventually([&] { return m_client.windows.inputFocus() == window; });
-    }
-
-    X11Scene m_scene;
-    Stage &m_stage = m_scene.stage;
-    const ForeignClient &m_client = m_scene.client;
-    QRasterWindow m_window;
-};
-
-TEST_F(X11StageTest, knowsEveryButtonButTheWheel)
+TEST(X11Stage, knowsEveryButtonButTheWheel)
 {
-    for (const Button button : {Button::Right, Button::Back}) {
-        m_client.input.press(button);
-        EXPECT_FALSE(m_stage.areButtonsUp()) << int(button);
-        m_client.input.release(button);
-        EXPECT_TRUE(m_stage.areButtonsUp()) << int(button);
+    const X11Scene scene;
+    const Input &input = scene.client.input;
+    for (const Button button : {Button::Left, Button::Right, Button::Back}) {
+        input.press(button);
+        EXPECT_FALSE(scene.stage.areButtonsUp()) << int(button);
+        input.release(button);
+        EXPECT_TRUE(scene.stage.areButtonsUp()) << int(button);
     }
-    m_client.input.press(Button::WheelUp);
-    EXPECT_TRUE(m_stage.areButtonsUp());
-    m_client.input.release(Button::WheelUp);
+    input.press(Button::WheelUp);
+    EXPECT_TRUE(scene.stage.areButtonsUp());
+    input.release(Button::WheelUp);
 }
 
-TEST_F(X11StageTest, presentsAWindowOverAnother)
+TEST(X11Stage, presentsAWindowOverAnother)
 {
-    const xcb_window_t other = m_client.show({.windowClass = "Other"});
-    ASSERT_TRUE(waitForFocus(other));
+    X11Scene scene;
+    const Windows &windows = scene.client.windows;
+    QRasterWindow window;
+    window.setFlags(Qt::Tool | Qt::FramelessWindowHint);
+    const xcb_window_t other = scene.client.show({.windowClass = "Other"});
+    ASSERT_TRUE(eventually([&] { return windows.inputFocus() == other; }));
     for (const QRectF &frame :
          {QRectF(300, 200, 400, 400), QRectF(-200, 600, 400, 400), QRectF(1000, -150, 400, 400)}) {
-        m_stage.place(m_window, frame);
-        m_window.show();
-        m_stage.present(m_window);
-        const xcb_window_t own = xWindow(m_window);
-        EXPECT_TRUE(waitForFocus(own));
-        EXPECT_TRUE(eventually([&] { return m_window.isActive(); }));
-        EXPECT_TRUE(eventually([&] { return m_client.windows.desktop(own) == 0xffffffff; }));
-        EXPECT_TRUE(eventually([&] { return m_client.windows.states(own).count("_NET_WM_STATE_ABOVE") == 1; }));
+        scene.stage.place(window, frame);
+        window.show();
+        scene.stage.present(window);
+        const xcb_window_t own = xWindow(window);
+        EXPECT_TRUE(eventually([&] { return windows.inputFocus() == own && window.isActive(); }));
+        EXPECT_TRUE(eventually([&] { return windows.hasState(own, "_NET_WM_STATE_ABOVE"); }));
         const QRect expected(int(frame.x()), int(800 - frame.y() - frame.height()), 400, 400);
-        EXPECT_TRUE(eventually([&] { return m_client.windows.info(own)->geometry == expected; })) << expected.x();
-        m_window.hide();
-        EXPECT_TRUE(waitForFocus(other));
+        EXPECT_TRUE(eventually([&] { return windows.info(own)->geometry == expected; })) << expected.x();
+        window.hide();
+        EXPECT_TRUE(eventually([&] { return windows.inputFocus() == other; }));
     }
-    m_client.destroy(other);
+    scene.client.destroy(other);
 }
 
-TEST_F(X11StageTest, letsClicksThroughOutsideTheInputRegion)
+TEST(X11BlurBehind, leavesTheRegionToBlurOnTheWindow)
 {
-    m_stage.place(m_window, QRectF(300, 200, 400, 400)); // 200 below the upper edge
-    m_window.show();
-    m_stage.present(m_window);
-    const xcb_window_t own = xWindow(m_window);
-    const auto hit = [&](int x, int y) {
-        m_client.input.moveTo({x, y});
-        return m_client.isPointerIn(own);
-    };
-    EXPECT_TRUE(eventually([&] { return hit(310, 210); }));
-    m_stage.setInputRegion(m_window, QRegion(100, 100, 200, 200));
-    EXPECT_TRUE(eventually([&] { return !hit(310, 210); }));
-    EXPECT_TRUE(eventually([&] { return hit(500, 400); }));
-    m_stage.setInputRegion(m_window, QRegion());
-    EXPECT_TRUE(eventually([&] { return hit(310, 210); }));
-}
-
-TEST_F(X11StageTest, leavesTheRegionToBlurOnTheWindow)
-{
-    const xcb_window_t own = xWindow(m_window);
-    const auto region = [&] { return m_client.connection.values(own, blurProperty); };
-    m_scene.blur.setRegion(m_window, QRegion(10, 20, 30, 40));
+    X11Scene scene;
+    QRasterWindow window;
+    const auto region = [&] { return scene.client.connection.values(xWindow(window), blurProperty); };
+    scene.blur.setRegion(window, QRegion(10, 20, 30, 40));
     EXPECT_TRUE(eventually([&] { return region() == QList<quint32>{10, 20, 30, 40}; }));
-    m_scene.blur.setRegion(m_window, QRegion());
+    scene.blur.setRegion(window, QRegion());
     EXPECT_TRUE(eventually([&] { return region().empty(); }));
-}
-
-TEST_F(X11StageTest, seesACompositorThatWasThereBefore)
-{
-    m_scene.setCompositing(true);
-    EXPECT_TRUE(eventually([&] { return m_stage.isCompositing(); }));
-    EXPECT_TRUE(X11Compositor(m_scene.connection).isPresent());
-    m_scene.setCompositing(false);
-    EXPECT_TRUE(eventually([&] { return !m_stage.isCompositing(); }));
 }
 
 TEST(DeviceRectangles, coverEveryPixelThatIsTouched)

@@ -60,13 +60,5 @@ TEST(X11StartupNotifier, announcesAStartWithTheServersTimeAndTakesItBack)
     EXPECT_GE(timeIn(second), timeIn(first));
 }
 
-TEST(X11StartupNotifier, announcesNothingWithoutAServer)
-{
-    X11Connection connection(":no-such-display");
-    X11StartupNotifier notifier(connection);
-    EXPECT_FALSE(notifier.begin({QStringLiteral("Probe"), QStringLiteral("probe"), {}, {}, {}}));
-    EXPECT_TRUE(notifier.token().isEmpty());
-}
-
 } // namespace
 } // namespace Orbita

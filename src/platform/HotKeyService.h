@@ -32,7 +32,7 @@ public:
     [[nodiscard]] virtual Result<void, GrabError> grab(HotKeyId id, KeyCombination combination) = 0;
     /// Gives back what is taken under \a id; nothing happens when there is none.
     virtual void release(HotKeyId id) = 0;
-    /// Whether a program other than this one has taken \a combination, as far as one can know without taking it.
+    /// Whether a program other than this one has taken \a combination. To find out, it may be taken for a moment.
     [[nodiscard]] virtual bool isTakenByOther(KeyCombination combination) = 0;
 
 Q_SIGNALS:

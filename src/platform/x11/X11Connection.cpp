@@ -235,7 +235,7 @@ void X11Connection::dispatchRaw(const xcb_ge_generic_event_t &event)
         Q_EMIT rawMotion();
         break;
     case XCB_INPUT_RAW_KEY_PRESS:
-        Q_EMIT rawKeyPressed(quint8(raw.detail), raw.time);
+        Q_EMIT rawKeyPressed(quint8(raw.detail));
         break;
     case XCB_INPUT_RAW_KEY_RELEASE:
         Q_EMIT rawKeyReleased(quint8(raw.detail));

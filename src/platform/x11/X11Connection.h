@@ -85,8 +85,8 @@ Q_SIGNALS:
     void rawButtonReleased(quint32 button);
     void rawMotion();
     /// A key went down or up somewhere, whoever holds a grab; only while these raw events are selected. A key that is
-    /// held goes down once.
-    void rawKeyPressed(quint8 key, xcb_timestamp_t time);
+    /// held may repeat going down.
+    void rawKeyPressed(quint8 key);
     void rawKeyReleased(quint8 key);
     /// The logical numbers of the mouse buttons were changed.
     void pointerMappingChanged();

@@ -81,10 +81,7 @@ X11MouseMovedEventTap::X11MouseMovedEventTap(X11RawInput &input, QObject *parent
         if (isEnabled() && !m_pause.isActive())
             Q_EMIT mouseMoved();
     });
-    connect(&m_pause, &QTimer::timeout, this, [this] {
-        if (!m_input.listen(m_mask))
-            X11EventTap::setEnabled(false);
-    });
+    connect(&m_pause, &QTimer::timeout, this, [this] { m_input.resume(m_mask); });
     connect(&input, &X11RawInput::lost, &m_pause, &QTimer::stop);
 }
 

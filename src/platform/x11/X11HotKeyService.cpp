@@ -25,7 +25,11 @@ X11HotKeyService::X11HotKeyService(X11Connection &connection, X11RawInput &input
     connect(&connection, &X11Connection::keyReleased, this, [this](quint8 key, quint16, xcb_timestamp_t time) {
         m_lastRelease = {key, time};
     });
-    connect(&m_keysDown, &X11KeysDown::pressed, this, [this](quint8 key, quint32 time) { hearRaw({key, time}); });
+    connect(&m_keysDown, &X11KeysDown::pressed, this, &X11HotKeyService::hearRaw);
+    connect(&m_keysDown, &X11KeysDown::released, this, [this](quint8 key) {
+        if (key == m_toldKey)
+            m_toldKey.reset();
+    });
 }
 
 X11HotKeyService::~X11HotKeyService()
@@ -66,6 +70,7 @@ void X11HotKeyService::release(HotKeyId id)
     m_hotKeys.erase(found);
     if (m_hotKeys.empty()) {
         m_keysDown.stop();
+        m_toldKey.reset();
         m_keyboard.reset();
     }
 }
@@ -144,20 +149,24 @@ void X11HotKeyService::retake(HotKey &hotKey, const std::optional<X11KeyGrab> &g
 
 void X11HotKeyService::hearThroughGrab(Stroke press, quint16 state)
 {
-    // A key that is held repeats as a release and a press at the same time.
-    if (press == m_lastRelease || press == m_lastTold)
+    // A key that is held repeats as a release and a press at the same time. What was pressed for everybody was told.
+    if (press == m_lastRelease || press.key == m_toldKey)
         return;
     if (const auto id = hotKeyOf(press.key, state))
         Q_EMIT pressed(*id);
 }
 
-void X11HotKeyService::hearRaw(Stroke press)
+void X11HotKeyService::hearRaw(quint8 key)
 {
-    const auto id
-        = m_keyboard ? hotKeyOf(press.key, m_keyboard->modifiersOf(m_keysDown.keys())) : std::optional<HotKeyId>();
-    if (!id)
+    const bool isWanted
+        = std::ranges::any_of(m_hotKeys, [key](const HotKey &one) { return one.grab && one.grab->key == key; });
+    if (!isWanted || !m_keyboard)
         return;
-    m_lastTold = press; // the grab tells of it next
+    const auto id = hotKeyOf(key, m_keyboard->modifiersOf(m_keysDown.keys()));
+    // The grab is told of a key that has to wait once it counts.
+    if (!id || !m_keysDown.countAtOnce())
+        return;
+    m_toldKey = key;
     Q_EMIT pressed(*id);
 }
 

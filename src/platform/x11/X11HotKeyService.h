@@ -50,7 +50,7 @@ private:
         friend bool operator==(const Stroke &, const Stroke &) = default;
     };
     void hearThroughGrab(Stroke press, quint16 state);
-    void hearRaw(Stroke press);
+    void hearRaw(quint8 key);
     [[nodiscard]] std::optional<HotKeyId> hotKeyOf(quint8 key, quint16 modifiers) const;
 
     X11Connection &m_connection;
@@ -58,7 +58,7 @@ private:
     std::optional<X11Keyboard> m_keyboard; ///< as of the last change; only while there are hot keys
     X11KeysDown m_keysDown;
     std::optional<Stroke> m_lastRelease; ///< that a grab told
-    std::optional<Stroke> m_lastTold;    ///< press that a raw event told
+    std::optional<quint8> m_toldKey;     ///< that is down, and of which a raw event has told
     QTimer m_keyboardSettles;
 };
 

@@ -24,12 +24,18 @@ public:
     void stop();
     /// Nothing while they are not followed.
     [[nodiscard]] const Keys &keys() const { return m_keys; }
+    /// Whether a key counts as soon as it is down. False for a user who has slow keys, which have to be held, or bounce
+    /// keys, of which a second press in a row is none. Costs a round trip.
+    [[nodiscard]] bool countAtOnce() const;
 
 Q_SIGNALS:
-    /// \a key went down, at the server's time \a time. It is among keys() by then.
-    void pressed(quint8 key, quint32 time);
+    /// \a key went down. It is among keys() by then.
+    void pressed(quint8 key);
+    void released(quint8 key);
 
 private:
+    void release(quint8 key);
+
     X11Connection &m_connection;
     X11RawInput &m_input;
     Keys m_keys;

@@ -42,6 +42,17 @@ bool X11RawInput::listen(quint32 mask)
 void X11RawInput::ignore(quint32 mask)
 {
     m_mask &= ~mask;
+    send();
+}
+
+void X11RawInput::resume(quint32 mask)
+{
+    m_mask |= mask;
+    send();
+}
+
+void X11RawInput::send()
+{
     if (!m_connection.isAlive() || !m_connection.hasInputExtension())
         return; // who cannot be reached sends nothing either
     xcb_discard_reply(m_connection.xcb(), select(m_connection, m_mask).sequence);

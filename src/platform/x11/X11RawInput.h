@@ -20,6 +20,8 @@ public:
     [[nodiscard]] bool listen(quint32 mask);
     /// The server sends the events in \a mask no longer.
     void ignore(quint32 mask);
+    /// As listen() for what has been listened to before, without waiting for the server.
+    void resume(quint32 mask);
 
 Q_SIGNALS:
     /// By their logical numbers: those a left-handed user has in mind, and not those of the device.
@@ -30,6 +32,7 @@ Q_SIGNALS:
     void lost();
 
 private:
+    void send();
     [[nodiscard]] quint32 logicalButton(quint32 physical);
 
     X11Connection &m_connection;

@@ -12,6 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#define explicit explicit_ // a field's name there
+#include <xcb/xkb.h>
+#undef explicit
+
 namespace Orbita {
 namespace {
 
@@ -68,6 +72,17 @@ struct X11Keys {
         other.connection.sync();
     }
     void loseService() { display.kill(); }
+    /// Keys have to be held for a tenth of a second.
+    void setSlowKeys(bool enabled) const
+    {
+        xcb_connection_t *xcb = other.connection;
+        constexpr quint32 slowKeys = XCB_XKB_BOOL_CTRL_SLOW_KEYS;
+        const quint8 repeats[32]{};
+        std::free(xcb_xkb_use_extension_reply(xcb, xcb_xkb_use_extension(xcb, 1, 0), nullptr));
+        xcb_xkb_set_controls(xcb, XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, slowKeys,
+                             enabled ? slowKeys : 0, slowKeys, 0, 0, 100, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, repeats);
+        other.connection.sync();
+    }
     void run(const QString &command) const
     {
         EXPECT_EQ(display.start(QStringLiteral("sh"), {QStringLiteral("-c"), command}).waitForExit(), 0);
@@ -226,6 +241,33 @@ TEST_F(X11HotKeys, aKeyThatRepeatsIsPressedOnce)
     keyboard.other.input.releaseKeys(codes);
     keyboard.press(controlSpace);
     EXPECT_EQ(pressed(), (Heard{1, 1}));
+}
+
+TEST_F(X11HotKeys, aDeviceThatRepeatsItselfPressesOnce)
+{
+    ASSERT_TRUE(grab(1, controlSpace.combination));
+    const auto codes = keyboard.other.input.keyCodes(QString::fromLatin1(controlSpace.keys));
+    keyboard.other.input.pressKeys(codes);
+    for (int i = 0; i < 3; ++i)
+        keyboard.other.input.pressKeys({codes.last()});
+    keyboard.other.input.releaseKeys(codes);
+    keyboard.press(controlSpace);
+    keyboard.press(controlSpace);
+    EXPECT_EQ(pressed(), (Heard{1, 1, 1}));
+}
+
+TEST_F(X11HotKeys, aSlowKeyIsPressedOnceItHasBeenHeld)
+{
+    ASSERT_TRUE(grab(1, {101, 0}));
+    keyboard.setSlowKeys(true);
+    const auto codes = keyboard.other.input.keyCodes(QStringLiteral("F9"));
+    keyboard.other.input.pressKeys(codes);
+    keyboard.other.input.releaseKeys(codes);
+    keyboard.other.input.pressKeys(codes);
+    EXPECT_TRUE(eventually([&] { return !heard.empty(); }));
+    keyboard.other.input.releaseKeys(codes);
+    keyboard.setSlowKeys(false);
+    EXPECT_EQ(pressed(), Heard{1});
 }
 
 TEST_F(X11HotKeys, areHeardOnceThroughAnotherProgramsGrabAndAfterIt)

@@ -16,4 +16,7 @@ struct Touch {
 /// The fingers that touch a pad at one moment. As many as two hands have fit without a heap allocation.
 using Touches = QVarLengthArray<Touch, 10>;
 
+/// The mean distance of \a touches, which are not empty, from their centroid.
+[[nodiscard]] float spread(const Touches &touches);
+
 } // namespace Orbita

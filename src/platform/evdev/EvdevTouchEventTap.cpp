@@ -63,6 +63,7 @@ void EvdevTouchEventTap::open(const QString &node)
     connect(pad, &EvdevTouchpad::lost, this, [this, node](const QString &reason) {
         warnOnce(node, QStringLiteral("was lost: ") + reason);
         onVanished(node);
+        m_enabled = false; // although others may go on: it has to be opened again
     });
 }
 

@@ -12,9 +12,9 @@ class EvdevTouchpad;
 
 /// All touchpads of the machine, also those that come later. While disabled it has no device open.
 ///
-/// It is disabled when there are touchpads of which none can be read, and when the last one was lost; then a touchpad
-/// that comes, or is made readable, enables it again, and so does setEnabled(). Without any touchpad it waits for one
-/// and is enabled.
+/// It is disabled when there are touchpads of which none can be read, when the last one was unplugged, and when reading
+/// one has failed, although the others are still heard then. A touchpad that comes, or is made readable, enables it
+/// again, and so does setEnabled(). Without any touchpad it waits for one and is enabled.
 class EvdevTouchEventTap final : public TouchEventTap {
     Q_OBJECT
 public:

@@ -64,11 +64,12 @@ Result<std::unique_ptr<EvdevTouchpad>, OpenError> EvdevTouchpad::open(const QStr
     if (!axes.areThoseOfATouchpad())
         return Failure(
             OpenError{OpenError::Kind::NoTouchpad, QStringLiteral("it does not tell the places of fingers")});
-    return std::unique_ptr<EvdevTouchpad>(new EvdevTouchpad(std::move(device).value(), axes));
+    return std::unique_ptr<EvdevTouchpad>(new EvdevTouchpad(node, std::move(device).value(), axes));
 }
 
-EvdevTouchpad::EvdevTouchpad(LibevdevPointer device, const TouchpadAxes &axes)
-    : m_device(std::move(device)),
+EvdevTouchpad::EvdevTouchpad(const QString &node, LibevdevPointer device, const TouchpadAxes &axes)
+    : m_node(QFile::encodeName(node)),
+      m_device(std::move(device)),
       m_notifier(libevdev_get_fd(m_device.get()), QSocketNotifier::Read),
       m_decoder(axes, nextTouchpadNumber())
 {
@@ -111,8 +112,7 @@ void EvdevTouchpad::read()
             if (m_decoder.resynchronised())
                 tell();
         } else if (status < 0) {
-            close();
-            Q_EMIT lost(describe(-status));
+            lose(-status);
         } else {
             if (status == LIBEVDEV_READ_STATUS_SYNC)
                 mode = LIBEVDEV_READ_FLAG_SYNC;
@@ -122,8 +122,19 @@ void EvdevTouchpad::read()
     }
 }
 
+void EvdevTouchpad::lose(int error)
+{
+    close();
+    Q_EMIT lost(describe(error));
+}
+
 void EvdevTouchpad::tell()
 {
+    const bool comes = !std::exchange(m_wasTouched, isTouched()) && m_wasTouched;
+    if (comes && ::access(m_node.constData(), R_OK) != 0) {
+        lose(errno);
+        return;
+    }
     Q_EMIT gesture(m_decoder.touching());
     if (m_device && m_decoder.hasMagnified())
         Q_EMIT magnify();

@@ -18,7 +18,8 @@ struct LibevdevDeleter {
 };
 using LibevdevPointer = std::unique_ptr<libevdev, LibevdevDeleter>;
 
-/// One touchpad that is listened to. It is only read, never grabbed, so that everybody else hears of it, too.
+/// One touchpad that is listened to. It is only read, never grabbed, so that everybody else hears of it, too. Whether
+/// it may still be read is looked at whenever a finger comes: another user may sit at the machine by now.
 class EvdevTouchpad final : public QObject {
     Q_OBJECT
 public:
@@ -45,12 +46,15 @@ Q_SIGNALS:
     void lost(const QString &reason);
 
 private:
-    EvdevTouchpad(LibevdevPointer device, const TouchpadAxes &axes);
+    EvdevTouchpad(const QString &node, LibevdevPointer device, const TouchpadAxes &axes);
 
     void takePresentState();
     void read();
     void tell();
+    void lose(int error);
 
+    const QByteArray m_node; ///< as the file system has it
+    bool m_wasTouched = false;
     LibevdevPointer m_device; ///< nothing once closed
     QSocketNotifier m_notifier;
     TouchDecoder m_decoder;

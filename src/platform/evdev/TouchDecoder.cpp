@@ -25,20 +25,6 @@ double normalized(qint32 value, TouchpadAxes::Range range)
     return (inside - range.minimum) / (double(range.maximum) - range.minimum);
 }
 
-/// Mean distance of the fingers from their middle.
-float spread(const Touches &touching)
-{
-    QPointF middle;
-    for (const Touch &touch : touching)
-        middle += touch.normalizedPosition / double(touching.size());
-    float sum = 0;
-    for (const Touch &touch : touching) {
-        const QPointF offset = touch.normalizedPosition - middle;
-        sum += std::hypot(float(offset.x()), float(offset.y()));
-    }
-    return sum / float(touching.size());
-}
-
 int fingersOfTool(quint16 code)
 {
     switch (code) {

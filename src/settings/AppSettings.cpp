@@ -232,8 +232,8 @@ void AppSettings::reset()
 
 void AppSettings::startHandlers()
 {
+    Q_EMIT handlersStarting();
     m_handlers.start();
-    Q_EMIT handlersStarted();
 }
 
 AppSettings::Announced AppSettings::current() const

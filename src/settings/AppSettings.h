@@ -84,8 +84,8 @@ Q_SIGNALS:
     void showFinderChanged();
     void blacklistedApplicationsChanged();
 
-    /// The handlers were started, perhaps for another trigger than before.
-    void handlersStarted();
+    /// The handlers are about to be started, perhaps for another trigger than before.
+    void handlersStarting();
     /// A trigger fired.
     void shouldShow(Orbita::ShowEvent event);
     /// The left mouse button was released somewhere.

@@ -92,7 +92,8 @@ QString MASShortcut::keyCodeString(const KeyboardLayout &layout) const
                                     [this](FixedKey key) { return key.keyCode == m_keyCode; });
     if (fixed != std::end(fixedKeys))
         return fixed->text.toString();
-    return label(layout.text(quint16(m_keyCode)));
+    constexpr quint64 lastKeyCode = 127;
+    return m_keyCode <= lastKeyCode ? label(layout.text(quint16(m_keyCode))) : QString();
 }
 
 QString MASShortcut::modifierFlagsString() const

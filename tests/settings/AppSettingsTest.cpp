@@ -28,7 +28,7 @@ protected:
         note(&AppSettings::showFinderChanged, "finder");
         note(&AppSettings::blacklistedApplicationsChanged, "blacklist");
         note(&AppSettings::shouldHide, "hide");
-        note(&AppSettings::handlersStarted, "started");
+        note(&AppSettings::handlersStarting, "started");
     }
 
     void store(const char *key, const QVariant &value) { m_defaults.setValue(QLatin1String(key), value); }

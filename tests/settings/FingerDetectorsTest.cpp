@@ -74,9 +74,11 @@ TEST(FingerRestDetector, DecidesEachCheckByItself)
     for (int event = 0; event < 4; ++event)
         (void)detector.onTouches(3, fingers(3));
     detector.onMagnify();
-    EXPECT_FALSE(detector.check()) << "a pinch is no rest";
     (void)detector.onTouches(3, fingers(3));
-    EXPECT_TRUE(detector.check());
+    EXPECT_FALSE(detector.check()) << "a pinch is no rest";
+    EXPECT_FALSE(detector.check());
+    (void)detector.onTouches(3, fingers(3));
+    EXPECT_TRUE(detector.check()) << "which is over";
 }
 
 TEST(FingerSpreadDetector, FiresOnceWhenTheFingersHaveSpread)

@@ -4,6 +4,9 @@
 #include "shortcut/MASShortcut.h"
 #include "support/MemoryTriggers.h"
 
+#include <QCoreApplication>
+#include <QTimerEvent>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -54,6 +57,10 @@ protected:
 TEST_F(TriggerHandlersTest, enableTheTapOfTheirTriggerAndReviveIt)
 {
     MemoryEventTaps &taps = m_triggers.taps;
+    QTimer &watchdog = *m_handlers.findChild<QTimer *>();
+    EXPECT_EQ(watchdog.interval(), 8000);
+    int releases = 0;
+    QObject::connect(&m_handlers, &TriggerHandlers::shouldHide, &m_handlers, [&] { ++releases; });
     const auto enabled = [&] {
         return QList<bool>{taps.mouseUp.isEnabled(), taps.touch.isEnabled(), taps.otherMouseDown.isEnabled(),
                            taps.mouseMoved.isEnabled()};
@@ -71,9 +78,13 @@ TEST_F(TriggerHandlersTest, enableTheTapOfTheirTriggerAndReviveIt)
         taps.touch.loseSource();
         taps.otherMouseDown.loseSource();
         taps.mouseMoved.loseSource();
-        m_handlers.check();
+        QTimerEvent look(watchdog.timerId());
+        QCoreApplication::sendEvent(&watchdog, &look);
         EXPECT_EQ(enabled(), expected) << trigger << " after the watchdog's look";
     }
+    start(GestureTriggerNone);
+    taps.mouseUp.release();
+    EXPECT_EQ(releases, 1);
     EXPECT_EQ(m_triggers.hotKeys.held.size(), 1U);
     EXPECT_TRUE(m_handlers.isStarted());
     m_handlers.stop();
@@ -91,7 +102,9 @@ TEST_F(TriggerHandlersTest, hearTheShortcutAndEachButtonOfTheirTrigger)
          {std::pair(GestureTriggerMiddleButton, 2), {GestureTriggerButton4, 3}, {GestureTriggerButton5, 4}}) {
         start(trigger);
         for (int button = 2; button <= 5; ++button) {
+            testing::internal::CaptureStderr();
             m_triggers.taps.otherMouseDown.press(button);
+            EXPECT_EQ(testing::internal::GetCapturedStderr(), "orbita.settings: " + std::to_string(button) + '\n');
             EXPECT_EQ(hasFired(), button == wanted) << "button " << button << " with trigger " << trigger;
         }
     }
@@ -115,6 +128,11 @@ TEST_F(TriggerHandlersTest, waitUntilFingersHaveRestedUnlessTheyPinch)
     m_triggers.taps.touch.touch(threeFingers(0.2));
     m_triggers.taps.touch.touch(threeFingers(0.4));
     EXPECT_FALSE(hasFired()) << "spreading is another trigger's";
+    rest(threeFingers(0.2));
+    start(GestureTriggerNone);
+    m_now += 300ms;
+    m_handlers.makeRestChecks();
+    EXPECT_FALSE(hasFired()) << "another trigger was chosen meanwhile";
 }
 
 TEST_F(TriggerHandlersTest, makeTheChecksByThemselves)

@@ -19,7 +19,7 @@ float distance(QPointF from, QPointF to)
 
 bool haveRested(const Touches &before, const Touches &now)
 {
-    if (before.size() != now.size())
+    if (before.isEmpty() || before.size() != now.size())
         return false;
     float sum = 0.0F;
     for (const Touch &touch : before) {
@@ -52,6 +52,8 @@ bool FingerRestDetector::onTouches(int fingers, const Touches &touching)
 void FingerRestDetector::onMagnify()
 {
     m_current.clear();
+    for (Touches &captured : m_captured)
+        captured.clear();
 }
 
 bool FingerRestDetector::check()

@@ -120,7 +120,8 @@ void TriggerHandlers::makeRestChecks()
     const Time now = m_clock();
     while (!m_restChecks.isEmpty() && m_restChecks.head() <= now) {
         m_restChecks.dequeue();
-        if (m_fingerRest.check())
+        // Another trigger may be wanted by now, or none.
+        if (m_fingerRest.check() && isStarted() && restingFingers(m_trigger()) != 0)
             fire();
     }
     if (m_restChecks.isEmpty())
@@ -129,11 +130,12 @@ void TriggerHandlers::makeRestChecks()
 
 void TriggerHandlers::mouseMoved()
 {
-    if (!m_circle.isDue(m_clock()))
+    const Time now = m_clock();
+    if (!m_circle.isDue(now))
         return;
     m_sources.mouseMoved.pause(CircleDetector::samplingInterval);
-    m_sources.stage.locatePointer(this, [this](QPointF pointer) {
-        if (m_circle.onPointer(pointer, m_clock()))
+    m_sources.stage.locatePointer(this, [this, now](QPointF pointer) {
+        if (m_circle.onPointer(pointer, now) && isStarted())
             fire();
     });
 }

@@ -74,7 +74,7 @@ private:
     TriggerSources m_sources;
     std::function<GestureTrigger()> m_trigger;
     std::function<Time()> m_clock;
-    QTimer m_watchdogTimer;
+    QTimer m_watchdogTimer{this};
     FingerRestDetector m_fingerRest;
     QQueue<Time> m_restChecks; ///< when the detector's checks are to be made, the next first
     QTimer m_restTimer;        ///< ticks while there are such checks

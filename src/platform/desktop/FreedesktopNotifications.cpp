@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 
 #include <functional>
 
@@ -15,10 +16,11 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+const QString serviceName = QStringLiteral("org.freedesktop.Notifications");
+
 QDBusMessage callOf(const QString &method)
 {
-    return QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
-                                          u"org.freedesktop.Notifications"_s, method);
+    return QDBusMessage::createMethodCall(serviceName, u"/org/freedesktop/Notifications"_s, serviceName, method);
 }
 
 /// \a body is what the server takes for one: markup, or plain.
@@ -57,10 +59,24 @@ void FreedesktopNotifications::notify(const QString &title, const QString &text)
         const QDBusPendingReply<QStringList> capabilities(answer);
         const bool takesMarkup = !capabilities.isError() && capabilities.value().contains("body-markup"_L1);
         const QString body = takesMarkup ? text.toHtmlEscaped() : text;
-        ask(this, notification(title, body), [text](const QDBusPendingCall &shown) {
-            if (shown.isError())
-                qCWarning(lcPlatform).noquote() << text;
+        ask(this, notification(title, body), [this, title, text](const QDBusPendingCall &shown) {
+            if (!shown.isError())
+                return;
+            qCWarning(lcPlatform).noquote() << text;
+            if (shown.error().type() == QDBusError::ServiceUnknown)
+                notifyLater(title, text);
         });
+    });
+}
+
+void FreedesktopNotifications::notifyLater(const QString &title, const QString &text)
+{
+    // Who is started with the session may be quicker than its notification server.
+    auto *watcher = new QDBusServiceWatcher(serviceName, QDBusConnection::sessionBus(),
+                                            QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this, watcher, title, text] {
+        watcher->deleteLater();
+        notify(title, text);
     });
 }
 

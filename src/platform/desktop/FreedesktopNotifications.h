@@ -12,7 +12,11 @@ class FreedesktopNotifications final : public QObject, public UserNotifications 
 public:
     using QObject::QObject;
 
+    /// Where no server runs and none can be started, it is also shown by the next one that comes.
     void notify(const QString &title, const QString &text) override;
+
+private:
+    void notifyLater(const QString &title, const QString &text);
 };
 
 } // namespace Orbita

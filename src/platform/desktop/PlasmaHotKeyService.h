@@ -13,10 +13,10 @@ namespace Orbita {
 
 class KeyboardLayout;
 
-/// Takes hot keys from Plasma's shortcut service, for sessions in which that service itself reads the keyboard.
+/// Takes hot keys from Plasma's shortcut service.
 ///
-/// It is no way round another program's grab on an X server: the service tells of its own shortcuts only, and accepts
-/// such a key although it is never told of its presses. What is taken follows the layout, and a service that is
+/// It is no way round another program's grab on an X server: there the service accepts such a key, too, although it is
+/// never told of its presses. What is taken follows the layout, and a service that is
 /// started anew. Nothing goes over the bus before the first question, no question starts the service, and none waits
 /// for longer than a second.
 class PlasmaHotKeyService final : public HotKeyService {

@@ -56,7 +56,7 @@ TEST(FreedesktopNotifications, AreShownAsTheyStand)
     }
 }
 
-TEST(FreedesktopNotifications, AreLoggedWhereNobodyShowsThem)
+TEST(FreedesktopNotifications, AreLoggedWhereNobodyShowsThemAndShownByWhoComesLater)
 {
     static QStringList logged;
     const auto before = qInstallMessageHandler(
@@ -67,6 +67,8 @@ TEST(FreedesktopNotifications, AreLoggedWhereNobodyShowsThem)
     qInstallMessageHandler(before);
     EXPECT_TRUE(wasLogged);
     EXPECT_EQ(logged, QStringList(QStringLiteral("the text")));
+    const NotificationServer late(QStringLiteral("body"));
+    EXPECT_TRUE(eventually([&] { return late.shown.size() == 8; }));
 }
 
 } // namespace

@@ -1,26 +1,19 @@
 #include "PrivateSession.h"
 
-#include "platform/HotKeyService.h"
-#include "platform/KeyboardLayout.h"
 #include "platform/desktop/DesktopSystemShortcuts.h"
+#include "platform/memory/MemoryHotKeyService.h"
+#include "platform/memory/MemoryKeyboardLayout.h"
 
 #include <gtest/gtest.h>
 
 namespace Orbita {
 namespace {
 
-class NoHotKeys final : public HotKeyService {
-public:
-    Result<void, GrabError> grab(HotKeyId, KeyCombination) override { return Failure(GrabError::NotSupported); }
-    void release(HotKeyId) override {}
-    bool isTakenByOther(KeyCombination) override { return false; }
-};
-
 /// The shortcuts as "modifiers in hexadecimal:key code" and sorted; "unknown" when there are none to know.
 std::string shortcuts(const QByteArray &desktop, const KeyFinder &findKey = keyOnUsLayout)
 {
     qputenv("XDG_CURRENT_DESKTOP", desktop);
-    NoHotKeys hotKeys;
+    MemoryHotKeyService hotKeys;
     const auto found = DesktopSystemShortcuts(hotKeys, findKey).symbolicHotKeys();
     qputenv("XDG_CURRENT_DESKTOP", "Here");
     if (!found)
@@ -95,21 +88,23 @@ TEST(SystemShortcuts, AreThoseOfXfcesFiles)
     }
 }
 
-/// A keyboard whose Q types the A of the Greek alphabet, and whose Y types Z.
-class OtherLayout final : public KeyboardLayout {
-public:
-    QString text(quint16 code) const override
-    {
-        return code == 12 ? QStringLiteral("\u03b1") : code == 16 ? QStringLiteral("z") : QString();
-    }
-};
-
 TEST(SystemShortcuts, AreWhereTheLayoutHasThem)
 {
     PrivateSession::clear();
     PrivateSession::write(".config/kglobalshortcutsrc", "A=Meta+\u0391\nB=Meta+Z\nC=Meta+Q\nD=Meta+\u0392\n");
-    const OtherLayout layout;
+    MemoryKeyboardLayout layout; // whose Q types the A of the Greek alphabet, and whose Y types Z
+    layout.setTexts({{12, QStringLiteral("\u03b1")}, {16, QStringLiteral("z")}});
     EXPECT_EQ(shortcuts("KDE", keysOn(layout)), "100:12 100:12 100:16");
+}
+
+TEST(SystemShortcuts, AreTakenByWhoeverGrabsThem)
+{
+    MemoryHotKeyService hotKeys;
+    const KeyCombination grabbed{12, CommandKey};
+    hotKeys.takenByOthers = {grabbed};
+    const DesktopSystemShortcuts shortcuts(hotKeys);
+    EXPECT_TRUE(shortcuts.isGrabbed(grabbed));
+    EXPECT_FALSE(shortcuts.isGrabbed({12, ControlKey}));
 }
 
 } // namespace

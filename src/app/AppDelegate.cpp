@@ -39,10 +39,14 @@ AppDelegate::AppDelegate(RingWindow &window, const ControllerServices &services,
 
 AppDelegate::~AppDelegate() = default;
 
+void AppDelegate::listenToTriggers()
+{
+    m_services.settings.startHandlers();
+}
+
 void AppDelegate::applicationDidFinishLaunching(TakesKeyboard settingsKeyboard)
 {
     AppSettings &settings = m_services.settings;
-    settings.startHandlers();
     connect(&settings, &AppSettings::shouldShow, this, &AppDelegate::orbitaShouldShow);
     connect(&settings, &AppSettings::shouldHide, this, &AppDelegate::orbitaShouldHide);
     if (!settings.launchedBefore()) {

@@ -23,7 +23,9 @@ public:
                 QObject *parent = nullptr);
     ~AppDelegate() override;
 
-    /// Starts to listen to triggers, and opens the settings on the very first run.
+    /// Starts to listen to triggers. Takes a few milliseconds, for which a ring need not wait.
+    void listenToTriggers();
+    /// Answers triggers and, on the very first run, opens the settings.
     void applicationDidFinishLaunching(TakesKeyboard settingsKeyboard = TakesKeyboard::Yes);
     /// Makes what can wait until the program has nothing else to do: the native window, the pictures of the stored
     /// entries, and the tray's icon.

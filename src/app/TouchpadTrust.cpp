@@ -11,7 +11,7 @@ namespace Orbita {
 TouchpadTrust::TouchpadTrust(AppSettings &settings, InputAccess &access, UserNotifications &notifications)
     : m_settings(settings), m_access(access), m_notifications(notifications)
 {
-    connect(&settings, &AppSettings::handlersStarted, this, &TouchpadTrust::makeTrustedIfNeccessary);
+    connect(&settings, &AppSettings::handlersStarting, this, &TouchpadTrust::makeTrustedIfNeccessary);
     connect(&access, &InputAccess::changed, this, &TouchpadTrust::makeTrustedIfNeccessary);
 }
 

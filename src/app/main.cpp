@@ -34,6 +34,7 @@
 #include "ring/RingAccessibility.h"
 #include "ring/RingWindow.h"
 #include "settings/AppSettings.h"
+#include "settings/triggers/TriggerMatch.h"
 #include "shortcut/MASShortcutMonitors.h"
 #include "shortcut/MASShortcutUserDefaultsHotKeys.h"
 #include "toolkit/RemoteActionSender.h"
@@ -95,6 +96,8 @@ struct Program {
     {
         if (touchpads.access)
             touchpadTrust.emplace(settings, *touchpads.access, notifications);
+        else if (triggerTap(settings.gestureSettings()) != TriggerTap::Touch)
+            qCWarning(lcApp, "The recording waits until a gesture on the touchpad is the trigger.");
     }
 
     X11Desktop desktop;
@@ -191,6 +194,8 @@ int run(OrbitaApplication &application)
     installRingAccessibility();
     program.delegate.follow(commands);
     const bool showsRing = request.method == QLatin1String("Show");
+    if (!showsRing)
+        program.delegate.listenToTriggers();
     program.delegate.applicationDidFinishLaunching(showsRing ? TakesKeyboard::No : TakesKeyboard::Yes);
     // Not before the event loop runs: until then it is not known who has the keyboard and is to get it back.
     QTimer::singleShot(0, &program.delegate, [&delegate = program.delegate, &request, showsRing] {
@@ -199,7 +204,11 @@ int run(OrbitaApplication &application)
         else if (!request.method.isEmpty())
             delegate.showSettings();
         signalReady();
-        QTimer::singleShot(0, &delegate, &AppDelegate::prepareAtLeisure);
+        QTimer::singleShot(0, &delegate, [&delegate, showsRing] {
+            if (showsRing)
+                delegate.listenToTriggers();
+            delegate.prepareAtLeisure();
+        });
     });
     const int status = application.exec();
     program.delegate.applicationWillTerminate();

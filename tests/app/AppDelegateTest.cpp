@@ -18,6 +18,7 @@ struct AppDelegateTest : testing::Test {
     AppDelegateTest()
     {
         desktop.settings.setLaunchedBefore(true);
+        delegate.listenToTriggers();
         delegate.applicationDidFinishLaunching();
     }
     [[nodiscard]] bool isShown()

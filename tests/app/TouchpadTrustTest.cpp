@@ -31,10 +31,12 @@ TEST(TouchpadTrust, tellsOnceWhenTheChosenTriggerIsRefusedItsTouchpads)
     access.answer = Touchpads::Refused;
     desktop.settings.setGestureSettings(GestureTriggerMouseCircle);
     EXPECT_EQ(told(), 0) << "the pointer needs no touchpad";
+    testing::internal::CaptureStderr();
     desktop.settings.setGestureSettings(GestureTriggerFourFingerSpread);
     EXPECT_EQ(told(), 1);
     Q_EMIT access.changed();
     desktop.settings.startHandlers();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "orbita.app: we're not trusted\n");
     EXPECT_EQ(told(), 1);
 }
 

@@ -73,7 +73,11 @@ void OrbitaSession::waitForGeometry(QRect geometry)
 void OrbitaSession::waitForKeyboard()
 {
     const WindowInfo window = waitForRing();
-    waitUntil([&] { return windows().inputFocus() == window.id; }, u"the ring has the keyboard"_s);
+    const auto hasKeyboard = [&] {
+        nudgeWindowManager();
+        return windows().inputFocus() == window.id;
+    };
+    waitUntil(hasKeyboard, u"the ring has the keyboard"_s);
 }
 
 void OrbitaSession::waitUntilHidden()
@@ -89,8 +93,20 @@ void OrbitaSession::activate(const WindowInfo &window)
 
 void OrbitaSession::waitUntilActive(const WindowInfo &window)
 {
-    waitUntil([&] { return windows().activeWindow() == window.id; },
-              u"the window \"%1\" is active"_s.arg(window.title));
+    const auto isActive = [&] {
+        nudgeWindowManager();
+        return windows().activeWindow() == window.id;
+    };
+    waitUntil(isActive, [&] {
+        return u"the window \"%1\" %2 is active, not %3"_s.arg(window.title)
+            .arg(window.id)
+            .arg(windows().activeWindow());
+    });
+}
+
+void OrbitaSession::nudgeWindowManager()
+{
+    m_desktop.connection().setText(m_desktop.connection().root(), "_ORBITA_TEST", "nudge");
 }
 
 void OrbitaSession::dismiss()

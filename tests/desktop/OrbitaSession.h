@@ -99,6 +99,9 @@ public:
     void waitForBrowser() { windows().waitFor(withTitle(QStringLiteral("browser")), QStringLiteral("the browser")); }
 
 private:
+    /// openbox now and then leaves a request lying until the next event comes.
+    void nudgeWindowManager();
+
     DesktopSession m_desktop;
 };
 

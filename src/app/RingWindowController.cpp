@@ -36,7 +36,7 @@ RingWindowController::RingWindowController(RingWindow &window, const ControllerS
       m_window(window),
       m_services(services),
       m_menuItems(services.itemFolder, services.defaults, services.settings, services.items),
-      m_fade(window, services.ring.clock),
+      m_fade(window, services.ring.stage, services.ring.clock),
       m_keyMonitor(window, *this, services.ring.stage)
 {
     m_window.prepare();

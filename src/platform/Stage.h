@@ -40,6 +40,9 @@ public:
     /// Call after \a window was shown: it gets the keyboard, also when another program has it, stands on every
     /// workspace and above other windows.
     virtual void present(QWindow &window) = 0;
+    /// What was asked of windows so far, their opacity for instance, counts now and not only when the toolkit next has
+    /// something to paint.
+    virtual void flush() = 0;
     /// Only clicks within \a region (view points, y downwards) reach \a window; the rest goes to what is beneath.
     /// An empty region gives the whole window back.
     virtual void setInputRegion(QWindow &window, const QRegion &region) = 0;

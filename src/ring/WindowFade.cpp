@@ -1,11 +1,13 @@
 #include "ring/WindowFade.h"
 
+#include "platform/Stage.h"
+
 #include <algorithm>
 
 namespace Orbita {
 
-WindowFade::WindowFade(QWidget &window, AnimationClock &clock, QObject *parent)
-    : QObject(parent), m_window(window), m_clock(clock)
+WindowFade::WindowFade(QWidget &window, Stage &stage, AnimationClock &clock, QObject *parent)
+    : QObject(parent), m_window(window), m_stage(stage), m_clock(clock)
 {
 }
 
@@ -50,6 +52,7 @@ void WindowFade::show(double opacity)
 {
     m_value = opacity;
     m_window.setWindowOpacity(opacity);
+    m_stage.flush();
 }
 
 void WindowFade::finish()

@@ -9,12 +9,14 @@
 
 namespace Orbita {
 
+class Stage;
+
 /// Fades a window in and out.
 class WindowFade : public QObject {
     Q_OBJECT
 public:
-    /// \a window and \a clock outlive the fade.
-    WindowFade(QWidget &window, AnimationClock &clock, QObject *parent = nullptr);
+    /// \a window, which stands on \a stage, and \a clock outlive the fade.
+    WindowFade(QWidget &window, Stage &stage, AnimationClock &clock, QObject *parent = nullptr);
 
     /// The window's opacity now, 0 to 1.
     [[nodiscard]] double value() const { return m_value; }
@@ -38,6 +40,7 @@ private:
     void finish();
 
     QWidget &m_window;
+    Stage &m_stage;
     AnimationClock &m_clock;
     double m_value = 1.0;
     std::optional<Course> m_course;

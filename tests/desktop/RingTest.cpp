@@ -4,6 +4,7 @@
 #include "platform/ColorArchive.h"
 
 #include <QElapsedTimer>
+#include <QSet>
 #include <QTransform>
 
 #include <chrono>
@@ -83,6 +84,26 @@ TEST(Ring, followsThePointerOnAMainScreenBesideAnother)
     session.input().glide({1250, 110}, 20);
     waitUntil([&] { return session.item(u"Launchpad"_s).rect == resting; }, u"the ring lies as if untouched"_s);
     waitUntil([&] { return !session.windows().find(isBubble); }, u"the bubble is gone"_s);
+}
+
+TEST(Ring, fadesInStepByStep)
+{
+    OrbitaSession session;
+    QSet<quint32> opacities;
+    const auto hasFaded = [&] {
+        if (const auto ring = session.ring()) {
+            const auto values = session.desktop().connection().values(ring->id, "_NET_WM_WINDOW_OPACITY");
+            opacities.unite(QSet<quint32>(values.begin(), values.end()));
+        } else {
+            session.orbita(u"show"_s);
+        }
+        if (opacities.contains(0xFFFFFFFF) && opacities.size() < 4) { // this machine was busy, or the fade is none
+            opacities.clear();
+            session.orbita(u"hide"_s);
+        }
+        return opacities.size() >= 4;
+    };
+    waitUntil(hasFaded, u"the ring was seen half transparent"_s);
 }
 
 TEST(Ring, isTwiceAsLargeOnADenseScreen)

@@ -1,3 +1,4 @@
+#include "platform/memory/MemoryStage.h"
 #include "ring/ManualAnimationClock.h"
 #include "ring/WindowFade.h"
 
@@ -54,7 +55,8 @@ class WindowFadeTest : public testing::Test {
 protected:
     ManualAnimationClock clock;
     QWidget window;
-    WindowFade fade{window, clock};
+    MemoryStage stage;
+    WindowFade fade{window, stage, clock};
     int finished = 0;
     std::function<void()> count = [this] { ++finished; };
 };
@@ -68,8 +70,10 @@ TEST_F(WindowFadeTest, turnsRoundWhereItStands)
     fade.fadeTo(1.0);
     EXPECT_EQ(fade.value(), middle);
     EXPECT_NEAR(window.windowOpacity(), 1.0 - eased(0.4), 1.0 / 255) << "a quarter of a second in all";
+    const int shown = stage.flushed;
     clock.advance(Seconds(0.01));
     EXPECT_GT(fade.value(), middle);
+    EXPECT_GT(stage.flushed, shown) << "nothing is painted that would show it";
     clock.advance(Seconds(0.3));
     QCoreApplication::processEvents();
     EXPECT_EQ(finished, 0) << "a replaced fade never finishes";

@@ -17,6 +17,7 @@ public:
     [[nodiscard]] bool areButtonsUp() const override { return buttonsUp; }
     void place(QWindow &window, const QRectF &frame) override;
     void present(QWindow &) override { ++presented; }
+    void flush() override { ++flushed; }
     void setInputRegion(QWindow &, const QRegion &region) override { inputRegion = region; }
     [[nodiscard]] bool isCompositing() const override { return m_compositing; }
 
@@ -32,6 +33,7 @@ public:
     bool buttonsUp = true;
     QRectF lastFrame;  ///< the frame of the last place()
     int presented = 0; ///< how often present() was asked
+    int flushed = 0;   ///< how often flush() was asked
     QRegion inputRegion;
 
 protected:

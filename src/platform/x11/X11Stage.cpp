@@ -89,6 +89,12 @@ void X11Stage::present(QWindow &window)
     xcb_flush(sender);
 }
 
+void X11Stage::flush()
+{
+    if (xcb_connection_t *connection = toolkitConnection())
+        xcb_flush(connection);
+}
+
 void X11Stage::setInputRegion(QWindow &window, const QRegion &region)
 {
     xcb_connection_t *sender = toolkitConnection();

@@ -23,6 +23,7 @@ public:
     [[nodiscard]] bool areButtonsUp() const override;
     void place(QWindow &window, const QRectF &frame) override;
     void present(QWindow &window) override;
+    void flush() override;
     void setInputRegion(QWindow &window, const QRegion &region) override;
     [[nodiscard]] bool isCompositing() const override;
 

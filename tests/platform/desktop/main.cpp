@@ -27,6 +27,18 @@ constexpr char shortcutSchemas[] = R"(<schemalist>
   <schema id='org.gnome.settings-daemon.plugins.media-keys.custom-keybinding'>
     <key name='binding' type='s'><default>'&lt;Shift&gt;&lt;Super&gt;x'</default></key>
   </schema>
+  <schema id='org.cinnamon.desktop.keybindings' path='/org/cinnamon/desktop/keybindings/'>
+    <key name='custom-list' type='as'><default>['custom0']</default></key>
+  </schema>
+  <schema id='org.cinnamon.desktop.keybindings.custom-keybinding'>
+    <key name='binding' type='as'><default>['&lt;Super&gt;c']</default></key>
+  </schema>
+  <schema id='org.mate.Marco.global-keybindings' path='/org/mate/marco/global-keybindings/'>
+    <key name='run' type='s'><default>'&lt;Alt&gt;F2'</default></key>
+  </schema>
+  <schema id='org.mate.control-center.keybinding'>
+    <key name='binding' type='s'><default>'&lt;Super&gt;m'</default></key>
+  </schema>
 </schemalist>)";
 
 void enterSession()

@@ -95,7 +95,7 @@ const char *helpText()
            "  quit       end Orbita\n"
            "\n"
            "Options:\n"
-           "  --touch-recording FILE   start with the recorded touchpad in FILE in place of the real ones\n"
+           "  --touch-recording FILE   play a recorded touchpad, not the real ones\n"
            "  -h, --help               print this help\n"
            "  --version                print the version\n";
 }

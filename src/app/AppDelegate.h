@@ -23,7 +23,7 @@ public:
                 QObject *parent = nullptr);
     ~AppDelegate() override;
 
-    /// Starts to listen to triggers. Takes a few milliseconds, for which a ring need not wait.
+    /// Starts to listen to triggers. A ring that was asked for need not wait for that.
     void listenToTriggers();
     /// Answers triggers and, on the very first run, opens the settings.
     void applicationDidFinishLaunching(TakesKeyboard settingsKeyboard = TakesKeyboard::Yes);

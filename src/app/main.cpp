@@ -4,6 +4,7 @@
 #include "app/OrbitaApplication.h"
 #include "app/ReadySignal.h"
 #include "app/TouchpadTrust.h"
+#include "editors/SheetItemEditors.h"
 #include "model/ImageCache.h"
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
@@ -114,7 +115,8 @@ struct Program {
     UnreachableRecipient toolkit;
     ImageCache imageCache;
     ImageStore imageStore{directories.container};
-    ItemServices items{desktop.workspace, desktop.runningApplications, toolkit, imageCache, imageStore};
+    SheetItemEditors editors;
+    ItemServices items{desktop.workspace, desktop.runningApplications, toolkit, imageCache, imageStore, editors};
     FrameClock clock{desktop.appearance};
     RenderedPictures pictures;
     RingWindow window{desktop.stage, desktop.blur};

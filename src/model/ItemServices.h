@@ -4,6 +4,7 @@ namespace Orbita {
 
 class ImageCache;
 class ImageStore;
+class ItemEditors;
 class RemoteActionSender;
 class RunningApplications;
 class Workspace;
@@ -15,6 +16,7 @@ struct ItemServices {
     RemoteActionSender &toolkit;
     ImageCache &imageCache;
     ImageStore &imageStore;
+    ItemEditors &editors;
 };
 
 } // namespace Orbita

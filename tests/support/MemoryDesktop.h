@@ -2,6 +2,7 @@
 
 #include "model/ImageCache.h"
 #include "model/ImageStore.h"
+#include "model/ItemEditors.h"
 #include "model/ItemServices.h"
 #include "model/MenuItem.h"
 #include "platform/memory/MemoryRunningApplications.h"
@@ -26,6 +27,36 @@ public:
     std::vector<VXRemoteAction> sent;
 };
 
+/// Editors in which a user does what a test says.
+class PlantedEditors final : public ItemEditors {
+public:
+    struct Session {
+        QString text;
+        QString title; ///< of a script's editor
+        Image image;
+    };
+
+    void editScript(const QString &script, const QString &title, const Image &image, FinishHandler handler) override
+    {
+        run({script, title, image}, handler);
+    }
+    void editLink(const QString &urlString, const Image &image, FinishHandler handler) override
+    {
+        run({urlString, {}, image}, handler);
+    }
+
+    std::vector<Session> sessions;  ///< what was edited
+    std::optional<QString> newText; ///< nothing: the user discards
+    std::optional<Image> newImage;
+
+private:
+    void run(const Session &session, const FinishHandler &handler)
+    {
+        sessions.push_back(session);
+        handler(newText.value_or(session.text), newText ? newImage : std::nullopt);
+    }
+};
+
 /// A whole desktop in memory, with folders and settings of its own.
 struct MemoryDesktop {
     TemporaryContainer container;
@@ -37,7 +68,8 @@ struct MemoryDesktop {
     RecordingRecipient toolkit;
     ImageCache imageCache;
     ImageStore imageStore{container.directories().container};
-    ItemServices services{workspace, runningApplications, toolkit, imageCache, imageStore};
+    PlantedEditors editors;
+    ItemServices services{workspace, runningApplications, toolkit, imageCache, imageStore, editors};
 
     /// Makes a file that stands for an application bundle in the temporary folder and returns its path.
     [[nodiscard]] QString plantApplication(const QString &fileName) const

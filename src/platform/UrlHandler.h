@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace Orbita {
+
+/// Hands addresses of private schemes to the program that is registered for them.
+class UrlHandler {
+public:
+    virtual ~UrlHandler() = default;
+
+    /// Whether an installed program opens addresses of \a scheme. Asks the desktop each time; cheap.
+    [[nodiscard]] virtual bool isSchemeHandled(const QString &scheme) const = 0;
+    /// Has the program that is registered for the scheme of \a url open it, starting that program where needed.
+    ///
+    /// \a url is passed on as it stands, up to some MiB. Does not wait, and delivery is not confirmed; a failure is
+    /// logged.
+    virtual void openUrl(const QString &url) = 0;
+};
+
+} // namespace Orbita

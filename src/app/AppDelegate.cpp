@@ -96,6 +96,9 @@ void AppDelegate::orbitaShouldShow(ShowEvent event)
 
 void AppDelegate::showAt(QPointF pointer, ShowEvent event)
 {
+    // A dialog of the ring is open: it is to stay where it is.
+    if (m_windowController && !m_windowController->canClose())
+        return;
     const QPointF centre = centreFor(pointer);
     const bool inside
         = m_windowController && m_windowController->windowVisible() && m_windowController->frame().contains(centre);

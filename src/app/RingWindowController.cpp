@@ -37,10 +37,12 @@ RingWindowController::RingWindowController(RingWindow &window, const ControllerS
       m_services(services),
       m_menuItems(services.itemFolder, services.defaults, services.settings, services.items),
       m_fade(window, services.ring.stage, services.ring.clock),
-      m_keyMonitor(window, *this, services.ring.stage)
+      m_keyMonitor(window, *this, services.ring.stage),
+      m_itemMenu(services.items.workspace, services.scheduler)
 {
     m_window.prepare();
     buildWindow();
+    buildMenu();
     m_fade.setValue(0.0);
     m_keyMonitor.setEnabled(false);
     followSettings();
@@ -76,6 +78,45 @@ void RingWindowController::buildWindow()
         if (m_sinceShown.isValid() && m_sinceShown.elapsed() > closeButtonGuard)
             hideWindow(ReactivatePrevious::Yes);
     };
+}
+
+void RingWindowController::buildMenu()
+{
+    connect(&m_itemMenu, &ItemMenu::openWithChosen, this, [this](const MenuItem::Pointer &item, const QString &path) {
+        item->openWithAppPath(path);
+        hideWindow(ReactivatePrevious::No);
+    });
+    connect(&m_itemMenu, &ItemMenu::editChosen, this, &RingWindowController::editItem);
+    connect(&m_itemMenu, &ItemMenu::quitChosen, this, [](const MenuItem::Pointer &item) { item->quit(); });
+}
+
+void RingWindowController::ringViewDidRightClickItem(RingView &view, ItemAddress address)
+{
+    const Stage &stage = m_services.ring.stage;
+    const MenuItem::Pointer item = itemAt(address);
+    m_services.ring.stage.locatePointer(this, [this, &view, &stage, item](QPointF pointer) {
+        m_itemMenu.popup(item, toolkitAvailable(), view, stage.toDesktop(pointer).toPoint());
+    });
+}
+
+void RingWindowController::editItem(const MenuItem::Pointer &item)
+{
+    if (!item->canEdit() || !m_canClose)
+        return;
+    setCanClose(false);
+    item->startEditing(m_ringView, [this] {
+        persistItems();
+        reloadRing();
+        setCanClose(true);
+        m_services.ring.stage.present(*m_window.windowHandle());
+    });
+}
+
+void RingWindowController::setCanClose(bool canClose)
+{
+    m_canClose = canClose;
+    if (canClose && std::exchange(m_isRefreshDue, false))
+        refreshItems();
 }
 
 void RingWindowController::followSettings()
@@ -190,8 +231,10 @@ bool RingWindowController::isShown() const
 
 void RingWindowController::mouseHoveringOverMenu(std::function<void(bool)> answer)
 {
-    m_services.ring.stage.locatePointer(
-        this, [this, answer = std::move(answer)](QPointF pointer) { answer(m_frame.contains(pointer)); });
+    // The menu may reach out of the ring, and a click on it is no click elsewhere.
+    m_services.ring.stage.locatePointer(this, [this, answer = std::move(answer)](QPointF pointer) {
+        answer(m_itemMenu.isVisible() || m_frame.contains(pointer));
+    });
 }
 
 bool RingWindowController::toolkitAvailable() const
@@ -201,6 +244,10 @@ bool RingWindowController::toolkitAvailable() const
 
 void RingWindowController::refreshItems(bool instantly)
 {
+    if (!m_canClose) {
+        m_isRefreshDue = true;
+        return;
+    }
     if (!std::exchange(m_itemsAreFresh, false))
         m_menuItems.refresh();
     updateRunningEntries();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control/ItemMenu.h"
 #include "control/RingKeyMonitor.h"
 #include "model/MenuItemArray.h"
 #include "platform/RunningApplications.h"
@@ -19,6 +20,7 @@ namespace Orbita {
 class AppSettings;
 class CloseButton;
 class RingWindow;
+class Scheduler;
 class UserDefaults;
 struct ItemServices;
 
@@ -29,6 +31,7 @@ struct ControllerServices {
     UserDefaults &defaults;
     ItemServices &items;
     RingServices ring;
+    Scheduler &scheduler;
 };
 
 /// Whether the application that had the keyboard before the ring gets it back.
@@ -67,10 +70,11 @@ public:
     void mouseHoveringOverMenu(std::function<void(bool)> answer);
 
     [[nodiscard]] bool canClose() const { return m_canClose; }
-    /// While false, hide requests are dropped: a dialog of the ring is open.
-    void setCanClose(bool canClose) { m_canClose = canClose; }
+    /// While false, hide requests are dropped and the entries stay as they are: a dialog of the ring is open.
+    void setCanClose(bool canClose);
 
-    /// Loads the entries anew. \a instantly is passed on to RingView::reloadData().
+    /// Loads the entries anew, or, while canClose() is false, when it is true again: what a dialog is about must not be
+    /// replaced under it. \a instantly is passed on to RingView::reloadData().
     void refreshItems(bool instantly = true);
     /// Saves the entries.
     void persistItems() { m_menuItems.persist(); }
@@ -90,8 +94,8 @@ private:
 
     void ringViewDidClickItem(RingView &view, ItemAddress address) override;
     void ringViewDidMoveItem(RingView &view, ItemAddress from, ItemAddress to) override;
-    // Entries have no menu, hold nothing, and nothing is taken in from outside.
-    void ringViewDidRightClickItem(RingView &, ItemAddress) override {}
+    void ringViewDidRightClickItem(RingView &view, ItemAddress address) override;
+    // Entries hold nothing, and nothing is taken in from outside.
     void ringViewDidRightClickOutsideOfItem(RingView &, ItemAddress) override {}
     bool ringViewCanDropItem(RingView &, ItemAddress, ItemAddress) override { return false; }
     void ringViewDidDropItem(RingView &, ItemAddress, ItemAddress) override { reloadRing(); }
@@ -106,6 +110,8 @@ private:
     void dismiss() override;
 
     void buildWindow();
+    void buildMenu();
+    void editItem(const MenuItem::Pointer &item);
     void followSettings();
     void refreshWindowTint();
     void keepOnScreens();
@@ -132,12 +138,14 @@ private:
     QRectF m_frame;
     QRectF m_frameOnDesktop; ///< the same, which a change of screens leaves as it is
     RingKeyMonitor m_keyMonitor;
+    ItemMenu m_itemMenu;
     std::vector<bool> m_shownMarks; ///< runningMarks() as of the last reload
     std::optional<RunningApplication> m_lastFrontmostApp;
     QElapsedTimer m_sinceShown; ///< since the last fade-in ended; invalid before the first
     qint64 m_lastSwiftItemIndex = NotFound;
     QString m_chosenIdentity; ///< of the item last chosen by keyboard
     bool m_canClose = true;
+    bool m_isRefreshDue = false; ///< when the dialog that is open is done
     bool m_itemsAreFresh = true; ///< loaded when the controller was made, and not shown yet
     bool m_isHiding = false;     ///< fading out; another request must not begin the fade anew
 };

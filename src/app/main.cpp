@@ -9,6 +9,7 @@
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
 #include "platform/Directories.h"
+#include "platform/Scheduler.h"
 #include "platform/desktop/ApplicationIndex.h"
 #include "platform/desktop/FallbackHotKeyService.h"
 #include "platform/desktop/FileUserDefaults.h"
@@ -117,12 +118,14 @@ struct Program {
     ImageStore imageStore{directories.container};
     SheetItemEditors editors;
     ItemServices items{desktop.workspace, desktop.runningApplications, toolkit, imageCache, imageStore, editors};
+    TimerScheduler scheduler;
     FrameClock clock{desktop.appearance};
     RenderedPictures pictures;
     RingWindow window{desktop.stage, desktop.blur};
-    AppDelegate delegate{window,
-                         {directories.container, settings, defaults, items, {desktop.stage, clock, pictures}},
-                         desktop.appearance};
+    AppDelegate delegate{
+        window,
+        {directories.container, settings, defaults, items, {desktop.stage, clock, pictures}, scheduler},
+        desktop.appearance};
 };
 
 /// Asked first, because the toolkit ends the program with a core dump where there is no display.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/RingWindowController.h"
+#include "platform/memory/MemoryScheduler.h"
 #include "ring/ManualAnimationClock.h"
 #include "ring/RenderedPictures.h"
 #include "ring/RingWindow.h"
@@ -16,9 +17,10 @@ struct RingDesktop : MemoryDesktop {
     MemoryBlurBehind blur;
     ManualAnimationClock clock;
     RenderedPictures pictures;
+    MemoryScheduler scheduler;
     RingWindow window{stage, blur};
-    ControllerServices controllerServices{
-        container.directories().container, settings, defaults, services, {stage, clock, pictures}};
+    ControllerServices controllerServices{container.directories().container, settings, defaults, services,
+                                          {stage, clock, pictures},          scheduler};
 
     /// Lets every animation run to its end and its owners hear of it.
     void settle()

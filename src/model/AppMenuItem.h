@@ -1,8 +1,7 @@
 #pragma once
 
 #include "model/ApplicationMenuItem.h"
-
-#include <QByteArray>
+#include "model/BookmarkedPath.h"
 
 namespace Orbita {
 
@@ -14,21 +13,20 @@ public:
     /// Null, and logged, when the bookmark is missing or stands for nothing any more. A stale one is renewed.
     [[nodiscard]] static Pointer fromDictionary(const QVariantMap &dictionary, ItemServices &services);
 
-    AppMenuItem(QString name, QByteArray bookmarkData, QString path, ItemServices &services);
+    AppMenuItem(QString name, BookmarkedPath file, ItemServices &services);
 
     [[nodiscard]] QString identity() const override;
     [[nodiscard]] QString name() const override { return m_name; }
     [[nodiscard]] Image image() const override;
-    void open() override { activateOrLaunch(m_path); }
+    void open() override { activateOrLaunch(m_file.path); }
     [[nodiscard]] bool canOpenPath(const QString &) const override { return true; }
-    void openPath(const QString &path) override { openFile(path, m_path); }
+    void openPath(const QString &path) override { openFile(path, m_file.path); }
     [[nodiscard]] bool representsRunningApplication(const RunningApplication &application) const override;
     [[nodiscard]] std::optional<QVariantMap> dictionaryRepresentation() const override;
 
 private:
     QString m_name;
-    QByteArray m_bookmarkData;
-    QString m_path; // what the bookmark resolved to
+    BookmarkedPath m_file;
 };
 
 } // namespace Orbita

@@ -2,6 +2,7 @@
 
 #include "model/ItemServices.h"
 #include "model/Log.h"
+#include "model/WorkspaceFailure.h"
 #include "toolkit/RemoteActionSender.h"
 
 #include <algorithm>
@@ -37,16 +38,13 @@ void ApplicationMenuItem::activateOrLaunch(const QString &path)
     const auto application = runningApplication();
     if (application && m_services.runningApplications.activate(*application))
         return;
-    if (const auto launched = m_services.workspace.launchApplication(path); !launched)
-        qCWarning(lcModel, "%s could not be started: %s", qUtf8Printable(path),
-                  qUtf8Printable(describe(launched.error())));
+    logFailure(m_services.workspace.launchApplication(path),
+               QStringLiteral("%1 could not be started").arg(forLog(path)));
 }
 
 void ApplicationMenuItem::openFile(const QString &path, const QString &applicationPath)
 {
-    if (const auto opened = m_services.workspace.openFile(path, applicationPath); !opened)
-        qCWarning(lcModel, "%s could not be opened with %s: %s", qUtf8Printable(path), qUtf8Printable(applicationPath),
-                  qUtf8Printable(describe(opened.error())));
+    openFileWith(path, applicationPath, m_services.workspace);
 }
 
 bool bundleHoldsExecutable(const QString &bundlePath, const QString &executablePath)
@@ -54,21 +52,6 @@ bool bundleHoldsExecutable(const QString &bundlePath, const QString &executableP
     if (bundlePath.isEmpty() || !executablePath.startsWith(bundlePath))
         return false;
     return !QStringView(executablePath).mid(bundlePath.size()).contains(QLatin1String(".app"));
-}
-
-QString describe(Workspace::Error error)
-{
-    switch (error) {
-    case Workspace::Error::Missing:
-        return QStringLiteral("it does not exist");
-    case Workspace::Error::NoApplication:
-        return QStringLiteral("no application for it is installed");
-    case Workspace::Error::LaunchFailed:
-        return QStringLiteral("the launch failed");
-    case Workspace::Error::Unsupported:
-        return QStringLiteral("this desktop does not support it");
-    }
-    Q_UNREACHABLE();
 }
 
 } // namespace Orbita

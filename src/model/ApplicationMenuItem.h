@@ -2,7 +2,6 @@
 
 #include "model/MenuItem.h"
 #include "platform/RunningApplications.h"
-#include "platform/Workspace.h"
 
 namespace Orbita {
 
@@ -30,8 +29,5 @@ protected:
 /// Whether the program at \a executablePath belongs to the application bundle at \a bundlePath itself, and not to
 /// another application nested inside it.
 [[nodiscard]] bool bundleHoldsExecutable(const QString &bundlePath, const QString &executablePath);
-
-/// What the log says about \a error.
-[[nodiscard]] QString describe(Workspace::Error error);
 
 } // namespace Orbita

@@ -46,4 +46,11 @@ std::optional<BookmarkedPath> BookmarkedPath::fromDictionary(const QVariantMap &
     return BookmarkedPath{bookmarkData, resolved->path};
 }
 
+QVariantMap BookmarkedPath::dictionary(const QString &className, const QString &name) const
+{
+    return {{QStringLiteral("class"), className},
+            {QStringLiteral("name"), name},
+            {QStringLiteral("bookmarkData"), bookmarkData}};
+}
+
 } // namespace Orbita

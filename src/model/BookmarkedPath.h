@@ -18,6 +18,8 @@ struct BookmarkedPath {
     /// Resolves "bookmarkData" of \a dictionary; a stale bookmark is replaced by a fresh one. Nothing, and logged with
     /// the dictionary's "class", when there is none or when it leads nowhere.
     [[nodiscard]] static std::optional<BookmarkedPath> fromDictionary(const QVariantMap &dictionary);
+    /// The stored form of an entry of the class \a className for this file.
+    [[nodiscard]] QVariantMap dictionary(const QString &className, const QString &name) const;
 };
 
 } // namespace Orbita

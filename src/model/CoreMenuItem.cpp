@@ -3,6 +3,7 @@
 #include "model/ItemServices.h"
 #include "model/Log.h"
 #include "model/StoredText.h"
+#include "platform/Workspace.h"
 
 namespace Orbita {
 

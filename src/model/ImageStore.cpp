@@ -6,6 +6,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QImageWriter>
 
@@ -36,6 +37,7 @@ QString ImageStore::filePathForKey(const QString &key) const
 
 void ImageStore::storeImage(const Image &image, const QString &key) const
 {
+    m_pictures.remove(key);
     const QString path = filePathForKey(key);
     const QByteArray tiff
         = path.isEmpty() ? QByteArray() : tiffRepresentation(image.render({maximumSide, maximumSide}));
@@ -48,13 +50,19 @@ void ImageStore::storeImage(const Image &image, const QString &key) const
 Image ImageStore::imageForKey(const QString &key) const
 {
     const QString path = filePathForKey(key);
-    if (path.isEmpty() || !QImageReader(path).canRead())
+    // Opening a pipe would wait for ever.
+    if (path.isEmpty() || !QFileInfo(path).isFile() || !QImageReader(path).canRead())
         return {};
-    return Image::fromFile(path);
+    if (const Image *known = m_pictures.object(key))
+        return *known;
+    const Image picture = Image::fromFile(path);
+    m_pictures.insert(key, new Image(picture));
+    return picture;
 }
 
 void ImageStore::removeImageForKey(const QString &key) const
 {
+    m_pictures.remove(key);
     const QString path = filePathForKey(key);
     if (!path.isEmpty())
         QFile::remove(path);

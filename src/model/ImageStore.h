@@ -2,6 +2,7 @@
 
 #include "platform/Image.h"
 
+#include <QCache>
 #include <QString>
 
 namespace Orbita {
@@ -16,7 +17,7 @@ public:
     [[nodiscard]] QString filePathForKey(const QString &key) const;
     /// Writes \a image atomically, at most maximumSide pixels large. A failure leaves an older picture as it was.
     void storeImage(const Image &image, const QString &key) const;
-    /// Null when there is no readable picture.
+    /// Null when there is no readable picture. The same picture each time, until another is stored or it is removed.
     [[nodiscard]] Image imageForKey(const QString &key) const;
     void removeImageForKey(const QString &key) const;
 
@@ -25,6 +26,7 @@ public:
 
 private:
     QString m_folder;
+    mutable QCache<QString, Image> m_pictures{1024}; // by key, so that what was rendered of them is found again
 };
 
 } // namespace Orbita

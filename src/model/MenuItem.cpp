@@ -1,7 +1,10 @@
 #include "model/MenuItem.h"
 
 #include "model/AppMenuItem.h"
+#include "model/AppleScriptMenuItem.h"
 #include "model/CoreMenuItem.h"
+#include "model/FileMenuItem.h"
+#include "model/LinkMenuItem.h"
 #include "model/PreservedMenuItem.h"
 
 #include <QHash>
@@ -17,9 +20,9 @@ const QHash<QString, Constructor> &constructors()
     static const QHash<QString, Constructor> table{
         {QStringLiteral("AppMenuItem"), &AppMenuItem::fromDictionary},
         {QStringLiteral("CoreMenuItem"), &CoreMenuItem::fromDictionary},
-        {QStringLiteral("FileMenuItem"), &PreservedMenuItem::fromDictionary},
-        {QStringLiteral("LinkMenuItem"), &PreservedMenuItem::fromDictionary},
-        {QStringLiteral("AppleScriptMenuItem"), &PreservedMenuItem::fromDictionary},
+        {QStringLiteral("FileMenuItem"), &FileMenuItem::fromDictionary},
+        {QStringLiteral("LinkMenuItem"), &LinkMenuItem::fromDictionary},
+        {QStringLiteral("AppleScriptMenuItem"), &AppleScriptMenuItem::fromDictionary},
         {QStringLiteral("CollectionMenuItem"), &PreservedMenuItem::fromDictionary},
     };
     return table;

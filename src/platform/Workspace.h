@@ -21,6 +21,7 @@ public:
     enum class Error {
         Missing,       ///< There is no such file or application.
         NoApplication, ///< Nothing is installed that opens it.
+        Untrusted,     ///< It would start an application that openFile() does not start.
         LaunchFailed,  ///< It is there but could not be started.
         Unsupported,   ///< This desktop has no such service.
     };
@@ -32,6 +33,10 @@ public:
     /// Opens \a url with the default application of its scheme, a file URL as openFile() does.
     [[nodiscard]] virtual Result<void, Error> openUrl(const QUrl &url) = 0;
     /// Opens the file or folder at \a path with its default application.
+    ///
+    /// An application is started instead, but Error::Untrusted where that could be somebody else's doing: it must lie
+    /// in a folder of installed applications, or its program must be marked executable and belong to the user or the
+    /// system, and others may not be able to write it.
     [[nodiscard]] virtual Result<void, Error> openFile(const QString &path) = 0;
     [[nodiscard]] virtual Result<void, Error> openFile(const QString &path, const QString &applicationPath) = 0;
     /// Shows the folder at \a path, or the file selected in its folder, in the file manager.

@@ -27,7 +27,7 @@ TEST(BadInput, hostileNamesAreShownAndKept)
                             u"e"_s + QString(10'000, QChar(0x301)), u"%s%n%1<b>&amp;\"'\\"_s};
     QVariantList entries;
     for (const QString &name : names)
-        entries.append(entry(u"FileMenuItem"_s, name));
+        entries.append(entry(u"LinkMenuItem"_s, name));
     // With titles always shown, the names are laid out as well.
     OrbitaSession session({}, {{u"titleDisplay"_s, 1}, {u"showFinder"_s, false}});
     plant(session, entries);
@@ -42,7 +42,7 @@ TEST(BadInput, ringOfTenThousandEntriesAnswers)
     constexpr int count = 10'000;
     QVariantList entries{entry(u"CoreMenuItem"_s, u"Finder"_s)};
     while (entries.size() < count)
-        entries.append(entry(u"FileMenuItem"_s, QString::number(entries.size())));
+        entries.append(entry(u"LinkMenuItem"_s, QString::number(entries.size())));
     OrbitaSession session;
     plant(session, entries);
     session.input().moveTo({640, 400});

@@ -23,7 +23,7 @@ QVariantMap core(const QString &name)
 
 QVariantMap link(const QString &name)
 {
-    return {{u"class"_s, u"LinkMenuItem"_s}, {u"name"_s, name}};
+    return {{u"class"_s, u"LinkMenuItem"_s}, {u"name"_s, name}, {u"imageKey"_s, u""_s}, {u"url"_s, u""_s}};
 }
 
 const QVariantMap broken{{u"class"_s, u"AppMenuItem"_s}};

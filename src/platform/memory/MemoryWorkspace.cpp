@@ -54,7 +54,7 @@ Image MemoryWorkspace::icon(const QString &path) const
 std::optional<QString> MemoryWorkspace::defaultApplicationForFile(const QString &path) const
 {
     const QStringList handlers = fileHandlers.value(path);
-    return handlers.isEmpty() ? std::nullopt : std::optional(handlers.first());
+    return handlers.isEmpty() || !hasDefaultHandlers ? std::nullopt : std::optional(handlers.first());
 }
 
 QStringList MemoryWorkspace::applicationsForFile(const QString &path) const

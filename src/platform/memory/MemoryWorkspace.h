@@ -30,6 +30,7 @@ public:
     QHash<QString, QString> schemeHandlers;   ///< scheme -> application path
     QHash<QString, QStringList> fileHandlers; ///< path -> application paths, the default one first
     QHash<QString, Image> icons;              ///< path -> icon; other paths get the bundled "Default"
+    bool hasDefaultHandlers = true;           ///< whether the first one is
     std::optional<Error> nextError;           ///< what the next action answers, once
 
     QStringList actions;          ///< "launch PATH", "open FILE with APPLICATION", ... in order

@@ -1,0 +1,76 @@
+#include "model/PicturedMenuItem.h"
+
+#include "model/ImageStore.h"
+#include "model/ItemServices.h"
+#include "model/Log.h"
+#include "model/StoredText.h"
+
+#include <QRandomGenerator>
+
+namespace Orbita {
+
+PicturedMenuItem::PicturedMenuItem(const Kind &kind, QString name, QString text, ItemServices &services)
+    : m_services(services), m_kind(kind), m_name(std::move(name)), m_text(std::move(text))
+{
+}
+
+PicturedMenuItem::PicturedMenuItem(const Kind &kind, const QVariantMap &dictionary, ItemServices &services)
+    : m_services(services),
+      m_kind(kind),
+      m_name(storedText(dictionary, "name")),
+      m_imageKey(storedText(dictionary, "imageKey")),
+      m_text(storedText(dictionary, kind.textKey))
+{
+}
+
+QString PicturedMenuItem::identity() const
+{
+    return QLatin1String(m_kind.className) + m_name + m_text;
+}
+
+Image PicturedMenuItem::image() const
+{
+    const Image own = m_services.imageStore.imageForKey(m_imageKey);
+    return own.isNull() ? Image::named(QLatin1String(m_kind.picture)) : own;
+}
+
+void PicturedMenuItem::setImage(const Image &image)
+{
+    // The old picture goes only when there is a new one: the file that it comes from may be damaged, or gone by now.
+    const QImage pixels = image.render({ImageStore::maximumSide, ImageStore::maximumSide});
+    if (pixels.isNull()) {
+        qCWarning(lcModel, "The new picture of \"%s\" cannot be read.", qUtf8Printable(forLog(m_name)));
+        return;
+    }
+    m_services.imageStore.removeImageForKey(m_imageKey);
+    m_imageKey = QString::number(QRandomGenerator::global()->generate());
+    m_services.imageStore.storeImage(Image::fromPixels(pixels), m_imageKey);
+}
+
+void PicturedMenuItem::willBeRemoved()
+{
+    m_services.imageStore.removeImageForKey(m_imageKey);
+}
+
+void PicturedMenuItem::startEditing(QWidget *, const std::function<void()> &completion)
+{
+    // The list that holds this item may be loaded anew while the editor is open.
+    edit(m_services.editors,
+         [this, self = weak_from_this().lock(), completion](const QString &text, const std::optional<Image> &image) {
+             m_text = text;
+             if (image)
+                 setImage(*image);
+             if (completion)
+                 completion();
+         });
+}
+
+std::optional<QVariantMap> PicturedMenuItem::dictionaryRepresentation() const
+{
+    return QVariantMap{{QStringLiteral("class"), QString::fromLatin1(m_kind.className)},
+                       {QStringLiteral("name"), m_name},
+                       {QStringLiteral("imageKey"), m_imageKey},
+                       {QString::fromLatin1(m_kind.textKey), m_text}};
+}
+
+} // namespace Orbita

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "model/ItemEditors.h"
+#include "model/MenuItem.h"
+
+namespace Orbita {
+
+/// What links and scripts have in common: a text that the user edits, and a name and a picture of the user's choice.
+class PicturedMenuItem : public MenuItem, public std::enable_shared_from_this<PicturedMenuItem> {
+public:
+    [[nodiscard]] QString identity() const override;
+    [[nodiscard]] QString name() const override { return m_name; }
+    [[nodiscard]] bool canRename() const override { return true; }
+    void rename(const QString &name) override { m_name = name; }
+    /// The picture of the user's choice, else the bundled one of the kind.
+    [[nodiscard]] Image image() const override;
+    /// Replaces the stored picture and its key. A picture that cannot be read changes nothing and is logged.
+    void setImage(const Image &image);
+    [[nodiscard]] const QString &imageKey() const { return m_imageKey; }
+    /// Removes the stored picture.
+    void willBeRemoved() override;
+
+    [[nodiscard]] bool canEdit() const override { return true; }
+    /// Returns when the user is done; \a completion has been called then, also where nothing was changed.
+    void startEditing(QWidget *superview, const std::function<void()> &completion) override;
+
+    [[nodiscard]] std::optional<QVariantMap> dictionaryRepresentation() const override;
+
+protected:
+    struct Kind {
+        const char *className;
+        const char *textKey; ///< what the text is stored under
+        const char *picture; ///< the bundled one
+    };
+
+    /// An item without a picture of its own.
+    PicturedMenuItem(const Kind &kind, QString name, QString text, ItemServices &services);
+    /// The stored item; what \a dictionary lacks is empty.
+    PicturedMenuItem(const Kind &kind, const QVariantMap &dictionary, ItemServices &services);
+
+    [[nodiscard]] const QString &text() const { return m_text; }
+    /// Opens the editor for this kind of text.
+    virtual void edit(ItemEditors &editors, ItemEditors::FinishHandler handler) = 0;
+
+    ItemServices &m_services;
+
+private:
+    const Kind &m_kind;
+    QString m_name;
+    QString m_imageKey; // empty: no picture of its own
+    QString m_text;
+};
+
+} // namespace Orbita

@@ -10,6 +10,8 @@ DesktopSession::DesktopSession(const SessionOptions &options)
       m_connection(m_server.display())
 {
     m_environment.insert(QStringLiteral("DISPLAY"), QString::fromUtf8(m_server.display()));
+    if (!options.prefix.isEmpty())
+        usePrefix(options.prefix);
     setMonitors(options.monitors);
     if (options.sessionBus) {
         m_busDaemon = startBusDaemon(m_folders.busAddress(), m_environment);
@@ -31,6 +33,14 @@ Program &DesktopSession::start(const QString &program, const QStringList &argume
     QProcessEnvironment environment = m_environment;
     environment.insert(extraEnvironment);
     return *m_programs.emplace_back(std::make_unique<Program>(program, arguments, environment));
+}
+
+void DesktopSession::usePrefix(const QString &prefix)
+{
+    const QString path = m_environment.value(QStringLiteral("PATH"));
+    m_environment.insert(QStringLiteral("PATH"), prefix + QStringLiteral("/bin:") + path);
+    m_environment.insert(QStringLiteral("XDG_DATA_DIRS"),
+                         prefix + QStringLiteral("/share:/usr/local/share:/usr/share"));
 }
 
 void DesktopSession::setMonitors(const QList<QRect> &monitors)

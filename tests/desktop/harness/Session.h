@@ -26,6 +26,9 @@ struct SessionOptions {
     QColor background{0xe8, 0xe8, 0xe8};
     /// Without it, the address of the session bus leads nowhere.
     bool sessionBus = true;
+    /// Where the programs of the build are installed. Empty: they are used where they were built, and the desktop does
+    /// not know of them.
+    QString prefix = {};
     /// Whether the accessibility services run before any program starts. Needs the session bus.
     bool accessibility = false;
 };
@@ -57,6 +60,8 @@ public:
     [[nodiscard]] const XConnection &connection() const { return m_connection; }
     /// Only with SessionOptions::sessionBus.
     [[nodiscard]] const Bus &bus() const { return *m_bus; }
+    /// What the bus and the programs that it started have written. Only with SessionOptions::sessionBus.
+    [[nodiscard]] const QStringList &busLines() const { return m_busDaemon->lines(); }
     /// Only with SessionOptions::accessibility.
     [[nodiscard]] const Accessibility &accessibility() const { return *m_accessibility; }
 
@@ -69,6 +74,7 @@ public:
     void stopCompositor();
 
 private:
+    void usePrefix(const QString &prefix);
     void setMonitors(const QList<QRect> &monitors);
     [[nodiscard]] bool isComposited() const;
 

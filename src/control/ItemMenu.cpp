@@ -5,7 +5,6 @@
 #include "platform/Workspace.h"
 
 #include <QIcon>
-#include <QMenu>
 #include <QPixmap>
 
 namespace Orbita {
@@ -43,21 +42,26 @@ ItemMenu::ItemMenu(Workspace &workspace, Scheduler &scheduler, QObject *parent)
 {
 }
 
-ItemMenu::~ItemMenu() = default;
+ItemMenu::~ItemMenu()
+{
+    delete m_menu;
+}
 
 void ItemMenu::popup(const MenuItem::Pointer &item, bool toolkitAvailable, QWidget &owner, QPoint where)
 {
     if (m_isVisible) {
-        m_menu->close();
+        if (m_menu)
+            m_menu->close();
         return;
     }
     const ItemMenuPlan plan = planItemMenu(*item, toolkitAvailable);
     if (plan.isEmpty())
         return;
-    m_menu = std::make_unique<QMenu>(&owner);
+    delete m_menu;
+    m_menu = new QMenu(&owner);
     m_menu->setAccessibleName(item->name());
     fill(item, plan);
-    connect(m_menu.get(), &QMenu::aboutToHide, this,
+    connect(m_menu, &QMenu::aboutToHide, this,
             [this] { m_scheduler.after(reopeningGuard, *this, [this] { m_isVisible = false; }); });
     m_isVisible = true;
     m_menu->popup(where);

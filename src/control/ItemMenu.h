@@ -2,13 +2,12 @@
 
 #include "model/MenuItem.h"
 
+#include <QMenu>
 #include <QObject>
 #include <QPoint>
+#include <QPointer>
 #include <QStringList>
 
-#include <memory>
-
-class QMenu;
 class QWidget;
 
 namespace Orbita {
@@ -56,7 +55,7 @@ private:
 
     Workspace &m_workspace;
     Scheduler &m_scheduler;
-    std::unique_ptr<QMenu> m_menu; ///< the one that was opened last
+    QPointer<QMenu> m_menu; ///< the one that was opened last; ends with its owner or with this object
     bool m_isVisible = false;
 };
 

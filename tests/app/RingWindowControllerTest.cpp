@@ -1,9 +1,14 @@
 #include "app/RingWindowController.h"
 
 #include "app/RingDesktop.h"
+#include "platform/PropertyList.h"
 #include "ring/RingItem.h"
 
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 
 #include <gtest/gtest.h>
@@ -93,6 +98,34 @@ TEST_F(RingWindowControllerTest, dropsHideRequestsWhileADialogIsOpen)
     ring->setCanClose(true);
     desktop.settle();
     EXPECT_TRUE(desktop.window.isVisible()) << "dropped, not kept for later";
+}
+
+TEST_F(RingWindowControllerTest, keepsAnEntryWhileItIsEdited)
+{
+    const QVariantMap link{{u"class"_s, u"LinkMenuItem"_s}, {u"name"_s, u"Page"_s}, {u"url"_s, u"https://old"_s}};
+    desktop.settings.setShowFinder(false);
+    QDir().mkpath(QFileInfo(desktop.container.itemFile()).path());
+    ASSERT_TRUE(PropertyList::write(desktop.container.itemFile(), QVariantList{link}, PropertyList::Format::Xml));
+    ring = std::make_unique<RingWindowController>(desktop.window, desktop.controllerServices);
+    show();
+    desktop.view().rightClickItem({0, 0});
+    const auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    desktop.editors.newText = u"https://new"_s;
+    desktop.editors.whileOpen = [this] {
+        ring->hideWindow(ReactivatePrevious::No, ForceHide::Yes);
+        desktop.settings.setShowFinder(true);
+        EXPECT_EQ(ring->menuItems().count(), 1U) << "what changes meanwhile comes later";
+    };
+    menu->actions().first()->trigger();
+    desktop.settle();
+    EXPECT_TRUE(desktop.window.isVisible());
+    EXPECT_EQ(MemoryDesktop::names(ring->menuItems()), QStringList({u"Finder"_s, u"Page"_s}));
+    ASSERT_EQ(desktop.editors.sessions.size(), 1U);
+    EXPECT_EQ(desktop.editors.sessions[0].text, u"https://old"_s);
+    const auto stored = PropertyList::read(desktop.container.itemFile());
+    EXPECT_EQ(stored->toList()[0].toMap().value(u"url"_s), u"https://new"_s);
+    EXPECT_EQ(desktop.stage.presented, 2) << "the ring has the keyboard again";
 }
 
 TEST_F(RingWindowControllerTest, goesAtOnceWhereNothingCanFade)

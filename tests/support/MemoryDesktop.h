@@ -48,11 +48,14 @@ public:
     std::vector<Session> sessions;  ///< what was edited
     std::optional<QString> newText; ///< nothing: the user discards
     std::optional<Image> newImage;
+    std::function<void()> whileOpen; ///< what happens meanwhile; may be empty
 
 private:
     void run(const Session &session, const FinishHandler &handler)
     {
         sessions.push_back(session);
+        if (whileOpen)
+            whileOpen();
         handler(newText.value_or(session.text), newText ? newImage : std::nullopt);
     }
 };

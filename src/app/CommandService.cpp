@@ -1,65 +1,66 @@
 #include "app/CommandService.h"
 
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QHash>
+
+#include <utility>
 
 namespace Orbita {
 
 namespace {
 
 const QString serviceName = QStringLiteral("org.orbita.Orbita");
-const QString objectPath = QStringLiteral("/org/orbita/Orbita");
 
-} // namespace
+using Signal = void (CommandService::*)();
 
-CommandService::CommandService(QObject *parent) : QObject(parent)
+const QHash<QString, Signal> &commands()
 {
-    new OrbitaAdaptor(*this);
-    new ApplicationAdaptor(*this);
-}
-
-CommandService::Registration CommandService::registerOn(QDBusConnection bus)
-{
-    if (!bus.isConnected())
-        return Registration::NoBus;
-    // The object first: whoever sees the name may call it at once.
-    if (!bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors))
-        return Registration::NoBus;
-    return bus.registerService(serviceName) ? Registration::Registered : Registration::AlreadyRunning;
-}
-
-bool CommandService::callInstance(const QDBusConnection &bus, const QString &method)
-{
-    const auto call = QDBusMessage::createMethodCall(serviceName, objectPath, serviceName, method);
-    return bus.call(call).type() == QDBusMessage::ReplyMessage;
-}
-
-void CommandService::perform(const QString &name)
-{
-    using Signal = void (CommandService::*)();
-    static const QHash<QString, Signal> actions{
+    static const QHash<QString, Signal> commands{
         {QStringLiteral("show"), &CommandService::showRequested},
         {QStringLiteral("hide"), &CommandService::hideRequested},
         {QStringLiteral("toggle"), &CommandService::toggleRequested},
         {QStringLiteral("settings"), &CommandService::settingsRequested},
         {QStringLiteral("quit"), &CommandService::quitRequested},
     };
-    if (const Signal action = actions.value(name, nullptr))
-        Q_EMIT(this->*action)();
-    else
-        refuse(QStringLiteral("There is no action \"%1\".").arg(name));
+    return commands;
 }
 
-void CommandService::refuse(const QString &why)
+} // namespace
+
+CommandService::CommandService(StartReason reason, QObject *parent)
+    : QObject(parent),
+      m_application(serviceName, commands().keys()),
+      m_awaitsActivation(reason == StartReason::BusActivation)
 {
-    if (calledFromDBus())
-        sendErrorReply(QDBusError::NotSupported, why);
+    new OrbitaAdaptor(*this, m_application);
+    connect(&m_application, &DesktopApplication::activated, this, &CommandService::activate);
+    connect(&m_application, &DesktopApplication::opened, this, &CommandService::urlsOpened);
+    connect(&m_application, &DesktopApplication::actionRequested, this, [this](const QString &name) {
+        Q_EMIT(this->*commands().value(name))();
+    });
+    // What the program was started for is the first call to come, whichever it is.
+    const auto hasCome = [this] { m_awaitsActivation = false; };
+    for (const Signal command : commands())
+        connect(this, command, this, hasCome);
+    connect(this, &CommandService::urlsOpened, this, hasCome);
 }
 
-void ApplicationAdaptor::Open(const QStringList &, const QVariantMap &)
+CommandService::Registration CommandService::registerOn(QDBusConnection bus)
 {
-    m_service.refuse(QStringLiteral("Orbita opens no files or addresses."));
+    return m_application.registerOn(std::move(bus));
+}
+
+bool CommandService::callInstance(const QDBusConnection &bus, const QString &method)
+{
+    const auto call
+        = QDBusMessage::createMethodCall(serviceName, DesktopApplication::objectPath(serviceName), serviceName, method);
+    return bus.call(call).type() == QDBusMessage::ReplyMessage;
+}
+
+void CommandService::activate()
+{
+    if (!std::exchange(m_awaitsActivation, false))
+        Q_EMIT settingsRequested();
 }
 
 } // namespace Orbita

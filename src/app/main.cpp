@@ -147,6 +147,7 @@ int fail(const QString &sentence)
 struct Request {
     QString method; ///< of the instance on the bus that does the same; empty for just starting
     QString touchRecording;
+    StartReason reason;
 };
 
 Request readRequest(const OrbitaApplication &application)
@@ -155,14 +156,16 @@ Request readRequest(const OrbitaApplication &application)
     const QCommandLineOption settings(QStringLiteral("settings"));
     const QCommandLineOption touchRecording(QStringLiteral("touch-recording"), {}, QStringLiteral("file"));
     QCommandLineParser parser;
-    parser.addOptions({show, settings, touchRecording});
+    const QCommandLineOption service(QStringLiteral("service")); // said by the bus
+    parser.addOptions({show, settings, service, touchRecording});
     parser.process(application);
     QString method;
     if (parser.isSet(show))
         method = QStringLiteral("Show");
     else if (parser.isSet(settings))
         method = QStringLiteral("ShowSettings");
-    return {method, parser.value(touchRecording)};
+    return {method, parser.value(touchRecording),
+            parser.isSet(service) ? StartReason::BusActivation : StartReason::Command};
 }
 
 /// Where another instance was quicker to take the name, it does what this one was started for.
@@ -171,6 +174,8 @@ int passOn(const Request &request)
     if (!request.touchRecording.isEmpty())
         return fail(
             QStringLiteral("Orbita runs already; a recording can only stand for the touchpads from its start."));
+    if (request.reason == StartReason::BusActivation)
+        return EXIT_SUCCESS; // the bus hands its call to the instance that has the name
     const QString method = request.method.isEmpty() ? QStringLiteral("ShowSettings") : request.method;
     if (!CommandService::callInstance(QDBusConnection::sessionBus(), method))
         return fail(QStringLiteral("Orbita runs but did not answer."));
@@ -188,7 +193,7 @@ int run(OrbitaApplication &application)
             return fail(loaded.error() + u'.');
         recording = std::move(loaded).value();
     }
-    CommandService commands;
+    CommandService commands(request.reason);
     const auto registration = commands.registerOn(QDBusConnection::sessionBus());
     if (registration == CommandService::Registration::AlreadyRunning)
         return passOn(request);

@@ -85,8 +85,7 @@ TEST(Commands, reachTheInstanceFromTheDesktopToo)
     };
     const auto act = [&](const QString &action) { call(u"ActivateAction"_s, {action, QVariantList(), QVariantMap()}); };
     EXPECT_THROW(act(u"dance"_s), DesktopFailure);
-    EXPECT_THROW(call(u"Open"_s, {QStringList(u"file:///a"_s), QVariantMap()}), DesktopFailure);
-    EXPECT_TRUE(session.ring()) << "neither has had an effect";
+    EXPECT_TRUE(session.ring()) << "it has had no effect";
     act(u"hide"_s);
     session.waitUntilHidden();
     call(u"Activate"_s, {QVariantMap()});

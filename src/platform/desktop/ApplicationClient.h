@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QQueue>
+#include <QString>
+
+#include <chrono>
+#include <functional>
+
+class QDBusError;
+class QDBusPendingCall;
+
+namespace Orbita {
+
+class Scheduler;
+
+/// Hands addresses to one program over the session bus (interface org.freedesktop.Application), one call after the
+/// other, so that they arrive in the order in which they were opened. Never waits for it.
+class ApplicationClient final : public QObject {
+    Q_OBJECT
+public:
+    /// Starts the program without an address. Says why when it cannot, and answers false then.
+    using Starter = std::function<bool()>;
+
+    /// How long a program that was started may take until it has its name.
+    static constexpr std::chrono::seconds patience{30};
+
+    /// \a name is the program's bus name; \a scheduler outlives the client.
+    ApplicationClient(QDBusConnection bus, QString name, Scheduler &scheduler);
+
+    /// Has the program open \a url, behind those that still wait. Where the bus does not know how to start the program,
+    /// \a start does, and the addresses follow when it has come. \a token lets its window come to the front.
+    void open(const QString &url, const QByteArray &token, Starter start);
+
+private:
+    enum class State { Idle, Calling, Starting };
+
+    void call();
+    void take(const QDBusPendingCall &answer, qsizetype count);
+    void startProgram();
+    void giveUp(const QString &why);
+
+    QDBusConnection m_bus;
+    QString m_name;
+    Scheduler &m_scheduler;
+    State m_state = State::Idle;
+    int m_starts = 0;          ///< tells the wait for one start from those before
+    bool m_wasStarted = false; ///< and has not taken a call since
+    QQueue<QString> m_waiting;
+    QByteArray m_token; ///< of the latest address
+    Starter m_start;    ///< of the latest address
+};
+
+} // namespace Orbita

@@ -1,0 +1,136 @@
+#include "PrivateSession.h"
+
+#include "platform/desktop/DesktopApplication.h"
+#include "platform/desktop/GioUrlHandler.h"
+#include "platform/desktop/StartupNotifier.h"
+#include "platform/memory/MemoryScheduler.h"
+#include "platform/memory/MemoryUrlHandler.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Escapes, and what a reader of addresses would change or cut.
+const QStringList addresses{u"x-test:"_s, u"x-test:%7B%22a%22%3A%20%2B1%7d"_s, u"x-test:/../a//b?c=\"'$(d) e#%zz ä"_s,
+                            u"x-test:"_s + QString(1024 * 1024, u'a')};
+
+/// A program that takes addresses on the bus while this object lives.
+struct Recipient {
+    Recipient()
+    {
+        QObject::connect(&application, &DesktopApplication::opened, &application,
+                         [this](const QStringList &urls) { opened += urls; });
+        EXPECT_EQ(application.registerOn(bus), DesktopApplication::Registration::Registered);
+    }
+    ~Recipient() { QDBusConnection::disconnectFromBus(u"recipient"_s); }
+
+    QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"recipient"_s);
+    DesktopApplication application{u"org.example.Url-Test"_s};
+    QStringList opened;
+};
+
+class UrlHandlerTest : public testing::Test {
+protected:
+    void install(const QByteArray &more)
+    {
+        PrivateSession::install("org.example.Url-Test", probe.desktopFile("\"%p\" %u", more));
+        PrivateSession::associate("x-scheme-handler/x-test", "org.example.Url-Test");
+    }
+    static void openAll(UrlHandler &tested)
+    {
+        for (const QString &address : addresses)
+            tested.openUrl(address);
+    }
+
+    MemoryScheduler scheduler;
+    Probe probe = [] {
+        PrivateSession::clear();
+        return Probe("url program");
+    }();
+    GioUrlHandler handler{QDBusConnection::sessionBus(), scheduler, std::make_unique<NoStartupNotifier>()};
+    GioUrlHandler busless{QDBusConnection(u"none"_s), scheduler, std::make_unique<NoStartupNotifier>()};
+};
+
+TEST_F(UrlHandlerTest, AddressesOfARegisteredSchemeArriveVerbatimAndInOrder)
+{
+    install("DBusActivatable=true");
+    const Recipient recipient;
+    MemoryUrlHandler memory;
+    memory.schemes = {u"x-test"_s};
+    for (auto [tested, opened] :
+         {std::pair<UrlHandler *, const QStringList *>{&memory, &memory.opened}, {&handler, &recipient.opened}}) {
+        EXPECT_TRUE(tested->isSchemeHandled(u"x-test"_s));
+        for (const QString &other : {u"x-other"_s, QString(), u"x-test:"_s, u"/"_s})
+            EXPECT_FALSE(tested->isSchemeHandled(other)) << qPrintable(other);
+        openAll(*tested);
+        EXPECT_TRUE(eventually([&, all = opened] { return all->size() >= addresses.size(); }));
+        EXPECT_EQ(*opened, addresses);
+    }
+    EXPECT_FALSE(probe.wasStarted());
+}
+
+TEST_F(UrlHandlerTest, AProgramThatIsNotThereHandlesNothing)
+{
+    for (const char *more : {"", "DBusActivatable=true"}) {
+        install(more);
+        EXPECT_TRUE(handler.isSchemeHandled(u"x-test"_s)) << more;
+        QFile::remove(probe.program());
+        EXPECT_FALSE(handler.isSchemeHandled(u"x-test"_s)) << more;
+        probe = Probe("url program");
+    }
+}
+
+TEST_F(UrlHandlerTest, AFloodStartsOneProgramAndWaitsForIt)
+{
+    install("DBusActivatable=true");
+    QStringList flood;
+    for (int i = 0; i < 10'000; ++i) {
+        flood.append(u"x-test:%1"_s.arg(i));
+        handler.openUrl(flood.last());
+    }
+    EXPECT_EQ(probe.waitForStart()["argument"], QStringList());
+    openAll(handler);
+    const Recipient recipient;
+    EXPECT_TRUE(eventually([&] { return recipient.opened.size() >= flood.size() + addresses.size(); }));
+    EXPECT_EQ(recipient.opened, flood + addresses);
+    EXPECT_FALSE(probe.wasStarted());
+}
+
+TEST_F(UrlHandlerTest, AProgramThatDoesNotComeLosesItsAddressesAndIsStartedAnewForTheNext)
+{
+    install("DBusActivatable=true");
+    openAll(handler);
+    static_cast<void>(probe.waitForStart());
+    scheduler.advance(std::chrono::seconds(31));
+    handler.openUrl(u"x-test:next"_s);
+    static_cast<void>(probe.waitForStart());
+    const Recipient recipient;
+    EXPECT_TRUE(eventually([&] { return !recipient.opened.isEmpty(); }));
+    EXPECT_EQ(recipient.opened, QStringList(u"x-test:next"_s));
+}
+
+TEST_F(UrlHandlerTest, TheCommandLineCarriesWhatTheBusCannot)
+{
+    const Recipient unasked;
+    for (auto [more, tested] : {std::pair<const char *, GioUrlHandler *>{"", &handler},
+                                {"DBusActivatable=false", &handler},
+                                {"DBusActivatable=true", &busless}}) {
+        install(more);
+        const QString longest = u"x-test:"_s + QString(119 * 1024, u'a');
+        for (const QString &address : {addresses[1], addresses[2], longest}) {
+            tested->openUrl(longest + longest); // not sent
+            tested->openUrl(address);
+            EXPECT_EQ(probe.waitForStart()["argument"], QStringList(address)) << more;
+        }
+        EXPECT_FALSE(probe.wasStarted());
+    }
+    EXPECT_TRUE(unasked.opened.isEmpty());
+}
+
+} // namespace
+} // namespace Orbita

@@ -4,6 +4,8 @@
 #include <QStringDecoder>
 #include <QUrl>
 
+#include <cctype>
+
 namespace Orbita {
 
 namespace {
@@ -12,7 +14,7 @@ namespace {
 std::optional<QByteArray> decodeEscapes(const QByteArray &escaped)
 {
     const auto isDigit = [&escaped](qsizetype index) {
-        return index < escaped.size() && isxdigit(static_cast<unsigned char>(escaped[index])) != 0;
+        return index < escaped.size() && std::isxdigit(static_cast<unsigned char>(escaped[index])) != 0;
     };
     for (qsizetype at = escaped.indexOf('%'); at >= 0; at = escaped.indexOf('%', at + 1)) {
         if (!isDigit(at + 1) || !isDigit(at + 2))
@@ -33,7 +35,9 @@ std::optional<QString> stringByRemovingEscapeCharacters(const QString &string)
     const auto bytes = decodeEscapes(QString(string).replace(u'+', u' ').toUtf8());
     if (!bytes)
         return std::nullopt;
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    using Flag = QStringDecoder::Flag;
+    // Stateless: otherwise a text that ends in the middle of a character would be waiting for the rest of it.
+    QStringDecoder decoder(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
     QString text = decoder(*bytes);
     return decoder.hasError() ? std::nullopt : std::optional(std::move(text));
 }

@@ -1,10 +1,8 @@
 #include "toolkit/RemoteActionSender.h"
 
-#include <QLoggingCategory>
+#include "toolkit/Log.h"
 
 namespace Orbita {
-
-Q_LOGGING_CATEGORY(lcToolkit, "orbita.toolkit")
 
 void UnreachableRecipient::sendAction(const VXRemoteAction &action)
 {

@@ -3,8 +3,11 @@
 #include "platform/Scheduler.h"
 #include "platform/UrlHandler.h"
 #include "toolkit/EscapeCharacters.h"
+#include "toolkit/Log.h"
 
 #include <QRandomGenerator>
+
+#include <exception>
 
 namespace Orbita {
 
@@ -61,7 +64,13 @@ void VXSchemeCommunicationCenter::sendAction(VXRemoteAction action, ResponseHand
 void VXSchemeCommunicationCenter::awaitResponse(const QString &responseId, ResponseHandler handler)
 {
     m_responseBlocks.insert(responseId, std::move(handler));
-    m_scheduler.after(responseTimeout, *this, [this, responseId] { answer(responseId, nullptr); });
+    m_scheduler.after(responseTimeout, *this, [this, responseId] {
+        try {
+            answer(responseId, nullptr);
+        } catch (const std::exception &exception) {
+            qCWarning(lcToolkit, "%s", exception.what());
+        }
+    });
 }
 
 bool VXSchemeCommunicationCenter::answer(const QString &responseId, const VXRemoteAction *response)

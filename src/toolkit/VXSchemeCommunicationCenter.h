@@ -44,7 +44,8 @@ public:
     void removeObserver(const void *observer, const QString &name);
 
     void sendAction(const VXRemoteAction &action) override { sendAction(action, {}); }
-    /// Sends \a action. With a \a handler an answer is asked for, and the handler called exactly once.
+    /// Sends \a action. With a \a handler an answer is asked for, and the handler called exactly once. What it throws
+    /// when there was no answer is logged.
     void sendAction(VXRemoteAction action, ResponseHandler handler);
 
     /// Takes in an address that this program was asked to open: an answer goes to its handler, another action to the

@@ -24,6 +24,10 @@ constexpr std::array rows{
     Row{"toggle", Command::Toggle, "Toggle", "--show"},
     Row{"settings", Command::Settings, "ShowSettings", "--settings"},
     Row{"quit", Command::Quit, "Quit", nullptr},
+    Row{"open", Command::Open, nullptr, "--service"},
+    Row{"--service", Command::Service, nullptr, "--service"},
+    Row{"--register", Command::Register, nullptr, nullptr},
+    Row{"--unregister", Command::Unregister, nullptr, nullptr},
     Row{"--help", Command::Help, nullptr, nullptr},
     Row{"-h", Command::Help, nullptr, nullptr},
     Row{"--version", Command::Version, nullptr, nullptr},
@@ -34,10 +38,23 @@ const Row &rowOf(Command command)
     return *std::ranges::find(rows, command, &Row::command);
 }
 
+/// The addresses behind "open". They begin with a scheme, so what begins with a dash is none.
+std::optional<Request> parseOpen(std::span<char *const> arguments)
+{
+    const std::vector<std::string> urls(arguments.begin(), arguments.end());
+    if (urls == std::vector<std::string>{"-"})
+        return Request{Command::Open, urls};
+    if (std::ranges::any_of(urls, [](const std::string &url) { return url.empty() || url.starts_with('-'); }))
+        return std::nullopt;
+    return urls.empty() ? Request{} : Request{Command::Open, urls};
+}
+
 } // namespace
 
 std::optional<Request> parseRequest(std::span<char *const> arguments)
 {
+    if (!arguments.empty() && std::string_view(arguments.front()) == rowOf(Command::Open).argument)
+        return parseOpen(arguments.subspan(1));
     Request request;
     bool hasCommand = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -49,7 +66,7 @@ std::optional<Request> parseRequest(std::span<char *const> arguments)
             continue;
         }
         const auto found = std::ranges::find(rows, argument, &Row::argument);
-        if (hasCommand || found == rows.end() || argument.empty())
+        if (hasCommand || found == rows.end() || argument.empty() || found->command == Command::Open)
             return std::nullopt;
         request.command = found->command;
         hasCommand = true;
@@ -93,9 +110,14 @@ const char *helpText()
            "  toggle     show the ring, or hide it when it is shown\n"
            "  settings   open the settings; starts Orbita where needed\n"
            "  quit       end Orbita\n"
+           "  open URL...\n"
+           "             have Orbita open addresses, as the desktop does; starts Orbita\n"
+           "             where needed; with \"-\" they come on standard input, one a line\n"
            "\n"
            "Options:\n"
            "  --touch-recording FILE   play a recorded touchpad, not the real ones\n"
+           "  --register               make this copy of Orbita known to your desktop\n"
+           "  --unregister             take that back\n"
            "  -h, --help               print this help\n"
            "  --version                print the version\n";
 }

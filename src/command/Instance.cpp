@@ -17,6 +17,7 @@ constexpr const char *instanceName = "org.orbita.Orbita";
 constexpr uint64_t answerTimeout = 10'000'000; // microseconds; the program may be busy starting
 
 using BusPointer = std::unique_ptr<sd_bus, Closer>;
+using MessagePointer = std::unique_ptr<sd_bus_message, Closer>;
 
 BusPointer openSessionBus()
 {
@@ -24,31 +25,62 @@ BusPointer openSessionBus()
     return sd_bus_open_user(&bus) < 0 ? nullptr : BusPointer(bus);
 }
 
-} // namespace
-
-CallResult callInstance(const char *method)
+/// A call of the instance; null when there is no memory for it.
+MessagePointer newCall(sd_bus *bus, const char *interface, const char *method)
 {
-    const BusPointer bus = openSessionBus();
-    if (!bus)
-        return CallResult::NoBus;
-
     sd_bus_message *created = nullptr;
-    if (sd_bus_message_new_method_call(bus.get(), &created, instanceName, "/org/orbita/Orbita", "org.orbita.Orbita",
-                                       method)
-        < 0)
-        return CallResult::NoBus;
-    const std::unique_ptr<sd_bus_message, Closer> call(created);
+    if (sd_bus_message_new_method_call(bus, &created, instanceName, "/org/orbita/Orbita", interface, method) < 0)
+        return nullptr;
     // We start the program ourselves where it does not run, to pass on the command and to see it fail.
-    sd_bus_message_set_auto_start(call.get(), 0);
+    sd_bus_message_set_auto_start(created, 0);
+    return MessagePointer(created);
+}
 
+CallResult send(sd_bus *bus, sd_bus_message *call)
+{
     sd_bus_error error = SD_BUS_ERROR_NULL;
-    const int result = sd_bus_call(bus.get(), call.get(), answerTimeout, &error, nullptr);
+    const int result = sd_bus_call(bus, call, answerTimeout, &error, nullptr);
     const bool nobody = sd_bus_error_has_name(&error, SD_BUS_ERROR_SERVICE_UNKNOWN)
         || sd_bus_error_has_name(&error, SD_BUS_ERROR_NAME_HAS_NO_OWNER);
     sd_bus_error_free(&error);
     if (result >= 0)
         return CallResult::Done;
     return nobody ? CallResult::NotRunning : CallResult::Failed;
+}
+
+bool appendUrls(sd_bus_message *call, const std::vector<std::string> &urls)
+{
+    bool isAppended = sd_bus_message_open_container(call, 'a', "s") >= 0;
+    for (const std::string &url : urls)
+        isAppended = isAppended && url.find('\0') == std::string::npos
+            && sd_bus_message_append_basic(call, 's', url.c_str()) >= 0;
+    return isAppended && sd_bus_message_close_container(call) >= 0 && sd_bus_message_append(call, "a{sv}", 0) >= 0;
+}
+
+} // namespace
+
+CallResult callInstance(const char *method)
+{
+    const BusPointer bus = openSessionBus();
+    const MessagePointer call = bus ? newCall(bus.get(), instanceName, method) : nullptr;
+    return call ? send(bus.get(), call.get()) : CallResult::NoBus;
+}
+
+CallResult openUrls(const std::vector<std::string> &urls)
+{
+    const BusPointer bus = openSessionBus();
+    const MessagePointer call = bus ? newCall(bus.get(), "org.freedesktop.Application", "Open") : nullptr;
+    if (!call)
+        return CallResult::NoBus;
+    return appendUrls(call.get(), urls) ? send(bus.get(), call.get()) : CallResult::Unsendable;
+}
+
+void reloadBusConfiguration()
+{
+    if (const BusPointer bus = openSessionBus()) {
+        sd_bus_call_method(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                           "ReloadConfig", nullptr, nullptr, nullptr);
+    }
 }
 
 bool isInstanceRunning()

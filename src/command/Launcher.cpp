@@ -18,7 +18,7 @@ std::filesystem::path desktopProgram()
 {
     constexpr const char *name = "orbita-desktop";
     std::error_code error;
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    const auto folder = programFolder();
     const auto beside = folder / name;
     return std::filesystem::exists(beside, error) ? beside : folder / ORBITA_LIBEXEC_FROM_BIN / name;
 }
@@ -33,6 +33,12 @@ bool waitUntilReady(int readEnd)
 }
 
 } // namespace
+
+std::filesystem::path programFolder()
+{
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
 
 void becomeDesktopProgram(const std::vector<std::string> &arguments)
 {

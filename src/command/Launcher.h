@@ -1,9 +1,13 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace Orbita {
+
+/// The folder that this program lies in.
+[[nodiscard]] std::filesystem::path programFolder();
 
 /// Replaces this process by the desktop program. Returns only when it could not be started.
 void becomeDesktopProgram(const std::vector<std::string> &arguments);

@@ -1,10 +1,13 @@
 #include "command/Command.h"
 #include "command/Instance.h"
 #include "command/Launcher.h"
+#include "command/Registration.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <span>
+#include <string>
 
 namespace {
 
@@ -16,15 +19,36 @@ int fail(const char *sentence)
     return EXIT_FAILURE;
 }
 
+/// The lines of standard input that are not empty.
+std::vector<std::string> readUrls()
+{
+    std::vector<std::string> urls;
+    for (std::string line; std::getline(std::cin, line);) {
+        if (!line.empty())
+            urls.push_back(line);
+    }
+    return urls;
+}
+
+CallResult tell(const Request &request)
+{
+    return request.command == Command::Open ? openUrls(request.urls) : callInstance(methodFor(request.command));
+}
+
 int start(const Request &request)
 {
     const char *display = std::getenv("DISPLAY");
     if (!display || !*display)
         return fail("There is no X11 display to show the ring on.");
-    if (request.command != Command::Start)
-        return startDesktopProgram(startArguments(request)) ? EXIT_SUCCESS : EXIT_FAILURE;
-    becomeDesktopProgram(startArguments(request));
-    return fail("The program orbita-desktop could not be started.");
+    if (request.command == Command::Start || request.command == Command::Service) {
+        becomeDesktopProgram(startArguments(request));
+        return fail("The program orbita-desktop could not be started.");
+    }
+    if (!startDesktopProgram(startArguments(request)))
+        return EXIT_FAILURE;
+    if (request.command == Command::Open && tell(request) != CallResult::Done)
+        return fail("Orbita was started but did not open the addresses.");
+    return EXIT_SUCCESS;
 }
 
 int run(const Request &request)
@@ -34,19 +58,39 @@ int run(const Request &request)
             ? fail("Orbita runs already; a recording can only stand for the touchpads from its start.")
             : start(request);
     }
-    const Command command = request.command;
-    switch (callInstance(methodFor(command))) {
+    const bool canStart = startsOrbita(request.command);
+    switch (tell(request)) {
     case CallResult::Done:
         return EXIT_SUCCESS;
     case CallResult::Failed:
         return fail("Orbita runs but did not answer.");
+    case CallResult::Unsendable:
+        return fail("What is to be opened is no address.");
     case CallResult::NotRunning:
-        return startsOrbita(command) ? start(request) : fail("Orbita is not running.");
+        return canStart ? start(request) : fail("Orbita is not running.");
     case CallResult::NoBus:
-        return startsOrbita(command) ? start(request)
-                                     : fail("There is no session bus, so a running Orbita cannot be reached.");
+        return canStart && request.command != Command::Open
+            ? start(request)
+            : fail("There is no session bus, so a running Orbita cannot be reached.");
     }
     return EXIT_FAILURE;
+}
+
+int open(Request request)
+{
+    if (request.urls.front() == "-")
+        request.urls = readUrls();
+    return request.urls.empty() ? EXIT_SUCCESS : run(request);
+}
+
+int changeRegistration(Command command)
+{
+    const auto folders = UserFolders::standard();
+    if (!folders)
+        return fail("There is no home folder.");
+    const auto failure
+        = command == Command::Register ? registerPrograms(*folders, programFolder()) : unregisterPrograms(*folders);
+    return failure ? fail(failure->c_str()) : EXIT_SUCCESS;
 }
 
 } // namespace
@@ -63,6 +107,13 @@ int main(int argc, char **argv)
     case Command::Version:
         std::puts("orbita " ORBITA_VERSION);
         return EXIT_SUCCESS;
+    case Command::Register:
+    case Command::Unregister:
+        return changeRegistration(request->command);
+    case Command::Service:
+        return start(*request);
+    case Command::Open:
+        return open(*request);
     default:
         return run(*request);
     }

@@ -33,9 +33,23 @@ TEST(Command, isReadFromOneWordAndEitherStartsOrbitaOrNot)
     EXPECT_FALSE(parsed({"show", "hide"}));
 }
 
+TEST(Command, opensAddressesWhichNeverBeginWithADash)
+{
+    EXPECT_EQ(parsed({"open", "a:b", "show"}), (Request{Command::Open, {"a:b", "show"}}));
+    EXPECT_EQ(parsed({"open", "-"}), (Request{Command::Open, {"-"}}));
+    EXPECT_EQ(parsed({"open"}), Request{});
+    for (const std::vector<std::string> &words : {std::vector<std::string>{"open", "a:", "-"},
+                                                  {"open", "--help"},
+                                                  {"open", ""},
+                                                  {"open", "-", "-"},
+                                                  {"show", "open"},
+                                                  {"--touch-recording", "f", "open"}})
+        EXPECT_FALSE(parsed(words)) << words.back();
+}
+
 TEST(Command, passesARecordingOnToTheProgramItStarts)
 {
-    const Request shown{Command::Show, "a file"};
+    const Request shown{Command::Show, {}, "a file"};
     EXPECT_EQ(parsed({"show", "--touch-recording", "a file"}), shown);
     EXPECT_EQ(parsed({"--touch-recording", "a file", "show"}), shown);
     EXPECT_EQ(startArguments(shown), (std::vector<std::string>{"--show", "--touch-recording", "a file"}));

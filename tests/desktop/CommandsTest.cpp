@@ -1,6 +1,7 @@
 // The command `orbita` and the one instance that it talks to.
 
 #include "desktop/OrbitaSession.h"
+#include "platform/desktop/DesktopApplication.h"
 #include "support/RowName.h"
 
 #include <QFile>
@@ -90,6 +91,45 @@ TEST(Commands, reachTheInstanceFromTheDesktopToo)
     session.waitUntilHidden();
     call(u"Activate"_s, {QVariantMap()});
     session.waitForSettings();
+}
+
+TEST(Commands, haveTheInstanceOpenAddressesOfAnyLength)
+{
+    OrbitaSession session({.windowManager = WindowManager::None});
+    DesktopApplication instance(instanceName);
+    QStringList opened;
+    QObject::connect(&instance, &DesktopApplication::opened, &instance,
+                     [&](const QStringList &urls) { opened += urls; });
+    ASSERT_EQ(instance.registerOn(session.desktop().bus().connection()), DesktopApplication::Registration::Registered);
+    const QString longOne = u"orbita-com:"_s + QString(1024 * 1024, u'a');
+    const QString file = session.desktop().folders().write(u"urls"_s, longOne.toUtf8() + "\n\norbita-com:%7b /../'\n");
+    EXPECT_EQ(session.run({u"open"_s, u"orbita-com:+\"%zz"_s, u"b:"_s}).status, 0);
+    EXPECT_EQ(session.desktop().start(u"sh"_s, {u"-c"_s, u"orbita open - <"_s + file}).waitForExit(), 0);
+    EXPECT_EQ(opened, (QStringList{u"orbita-com:+\"%zz"_s, u"b:"_s, longOne, u"orbita-com:%7b /../'"_s}));
+}
+
+TEST(Commands, registerTheProgramSoThatTheDesktopStartsItForAnAddress)
+{
+    OrbitaSession session;
+    session.orbita(u"--register"_s);
+    EXPECT_EQ(session.desktop().start(u"gio"_s, {u"open"_s, u"orbita-com:"_s}).waitForExit(), 0);
+    session.desktop().bus().waitForName(instanceName);
+    const qint64 pid = session.pid();
+    session.orbita(u"open orbita-com:%7B"_s);
+    session.orbita(u"quit"_s);
+    waitUntil([&] { return hasEnded(pid); }, u"the program has ended"_s);
+
+    const auto activate = [&] {
+        session.desktop().bus().call(instanceName, u"/org/orbita/Orbita"_s, u"org.freedesktop.Application"_s,
+                                     u"Activate"_s, {QVariantMap()});
+    };
+    activate();
+    session.show();
+    EXPECT_EQ(session.windows().matching(withClass(u"orbita"_s)).size(), 1) << "the ring alone";
+    activate();
+    session.waitForSettings();
+    session.orbita(u"--unregister"_s);
+    EXPECT_NE(session.desktop().start(u"gio"_s, {u"open"_s, u"orbita-com:"_s}).waitForExit(), 0);
 }
 
 /// A command that answers on the terminal and starts nothing.

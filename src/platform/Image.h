@@ -46,6 +46,7 @@ public:
     [[nodiscard]] bool isNull() const { return !m_source; }
 
     /// The picture fitted into \a devicePixels, aspect ratio kept; null when there is none. Any thread.
+    /// The texts that a picture file holds besides its pixels come along: QImage::text().
     [[nodiscard]] QImage render(QSize devicePixels) const;
 
     /// Size in points.

@@ -45,6 +45,7 @@ public:
     /// What the user calls the file or application at \a path: Calculator, not org.gnome.Calculator.desktop.
     [[nodiscard]] virtual QString displayName(const QString &path) const = 0;
     /// The icon of the file or application at \a path. Never null: at worst the bundled "Default".
+    /// A document may be shown by a picture of what it holds; equal as long as that is the same.
     [[nodiscard]] virtual Image icon(const QString &path) const = 0;
     /// The path of the application that openFile() hands the file or folder at \a path to.
     [[nodiscard]] virtual std::optional<QString> defaultApplicationForFile(const QString &path) const = 0;

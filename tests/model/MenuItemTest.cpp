@@ -2,6 +2,7 @@
 
 #include "model/AppMenuItem.h"
 #include "model/CoreMenuItem.h"
+#include "model/FileMenuItem.h"
 #include "model/RunningAppMenuItem.h"
 #include "support/MemoryDesktop.h"
 
@@ -35,6 +36,7 @@ struct MenuItemTest : testing::Test {
 
 using AppMenuItemTest = MenuItemTest;
 using CoreMenuItemTest = MenuItemTest;
+using FileMenuItemTest = MenuItemTest;
 using RunningAppMenuItemTest = MenuItemTest;
 
 TEST_F(MenuItemTest, ofADictionaryWithoutAKnownClassIsNothing)
@@ -137,6 +139,44 @@ TEST_F(AppMenuItemTest, matchesItsDesktopFileWhereverTheCopyLies)
     EXPECT_TRUE(represents(u"/usr/share/applications/org.a.Tool.desktop"_s));
     EXPECT_FALSE(represents(u"/usr/share/applications/org.b.Tool.desktop"_s));
     EXPECT_FALSE(represents({}));
+}
+
+TEST_F(FileMenuItemTest, showsAFolderAndOpensAFileWhileTheyAreThere)
+{
+    const QString file = desktop.container.write(u"papers/letter.txt"_s, "Dear reader");
+    const QString folder = desktop.container.path(u"papers"_s);
+    for (const QString &path : {folder, file}) {
+        const auto added = FileMenuItem::fromPath(path, desktop.services);
+        const auto item = fromDictionary(*added->dictionaryRepresentation());
+        EXPECT_EQ(item->identity(), u"FileMenuItem"_s + path);
+        EXPECT_EQ(item->name(), desktop.workspace.displayName(path));
+        EXPECT_EQ(item->dictionaryRepresentation(), added->dictionaryRepresentation());
+        item->open();
+        item->openWithAppPath(u"/a.desktop"_s);
+        ASSERT_TRUE(QFile::rename(path, path + u".away"_s));
+        item->open();
+        ASSERT_TRUE(QFile::rename(path + u".away"_s, path));
+    }
+    EXPECT_EQ(desktop.workspace.actions,
+              (QStringList{u"show "_s + folder, u"open %1 with /a.desktop"_s.arg(folder), u"open "_s + file,
+                           u"open %1 with /a.desktop"_s.arg(file)}));
+}
+
+TEST_F(FileMenuItemTest, followsTheLookOfAFileAndOffersTheDefaultApplicationFirstAndTheOthersByName)
+{
+    const QString file = desktop.container.write(u"letter.txt"_s, "Dear reader");
+    const auto item = FileMenuItem::fromPath(file, desktop.services);
+    for (const Image &look : {Image::named(u"Mail"_s), Image::named(u"Safari"_s)}) {
+        desktop.workspace.icons.insert(file, look);
+        EXPECT_EQ(item->image(), look);
+    }
+    desktop.workspace.displayNames = {{u"/1"_s, u"zebra"_s}, {u"/2"_s, u"Éclair"_s}, {u"/3"_s, u"apple"_s}};
+    desktop.workspace.fileHandlers.insert(file, {u"/1"_s, u"/Mango"_s, u"/2"_s, u"/1"_s, u"/3"_s});
+    QLocale::setDefault(QLocale(QLocale::French));
+    EXPECT_EQ(item->openWithAppPaths(), (QStringList{u"/1"_s, u"/3"_s, u"/2"_s, u"/Mango"_s}));
+    QLocale::setDefault(QLocale::system());
+    desktop.workspace.hasDefaultHandlers = false;
+    EXPECT_EQ(item->openWithAppPaths(), desktop.workspace.fileHandlers.value(file));
 }
 
 TEST_F(CoreMenuItemTest, standsForTheApplicationThatPlaysItsRole)

@@ -5,6 +5,7 @@
 #include "platform/Log.h"
 #include "platform/desktop/ApplicationEntry.h"
 #include "platform/desktop/DefaultApplications.h"
+#include "platform/desktop/DesktopFile.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -38,7 +39,7 @@ Entry entryOf(const QString &candidate)
         return defaultApplicationForType(value);
     if (candidate.startsWith(QLatin1String("scheme:")))
         return schemeHandler(value);
-    return Entry(g_desktop_app_info_new(value.toUtf8().constData()));
+    return isSafeToLookUp(value) ? Entry(g_desktop_app_info_new(value.toUtf8().constData())) : Entry();
 }
 
 bool isOrbita(GDesktopAppInfo *entry)

@@ -31,6 +31,14 @@ QStringList iconNames(GIcon *icon)
 
 } // namespace
 
+QString fileUri(const QString &path)
+{
+    // GLib encodes the bytes of the name, whatever they are; QUrl could only encode text.
+    const QByteArray absolute = QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    const GlibPointer<char> uri(g_filename_to_uri(absolute.constData(), nullptr, nullptr));
+    return QString::fromUtf8(uri.get());
+}
+
 QString fileDisplayName(const QString &path)
 {
     const Info info = query(path, G_FILE_ATTRIBUTE_STANDARD_DISPLAY_NAME);

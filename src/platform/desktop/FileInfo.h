@@ -5,6 +5,9 @@
 
 namespace Orbita {
 
+/// The encoded "file:" URI of \a path, whatever bytes its name has.
+[[nodiscard]] QString fileUri(const QString &path);
+
 /// The name of the file at \a path as the desktop shows it.
 [[nodiscard]] QString fileDisplayName(const QString &path);
 

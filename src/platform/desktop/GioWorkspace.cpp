@@ -3,21 +3,22 @@
 #include "platform/desktop/GioWorkspace.h"
 
 #include "platform/Log.h"
-#include "platform/desktop/ApplicationBundle.h"
 #include "platform/desktop/ApplicationEntry.h"
 #include "platform/desktop/CoreApplications.h"
 #include "platform/desktop/DefaultApplications.h"
 #include "platform/desktop/DesktopFile.h"
 #include "platform/desktop/FileInfo.h"
 #include "platform/desktop/FileManagerClient.h"
+#include "platform/desktop/LaunchTrust.h"
 #include "platform/desktop/Launcher.h"
 #include "platform/desktop/StartupNotifier.h"
 #include "platform/desktop/ThemeIcons.h"
+#include "platform/desktop/Thumbnails.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMetaMethod>
+#include <QStandardPaths>
 
 namespace Orbita {
 
@@ -27,12 +28,9 @@ namespace {
 constexpr std::chrono::milliseconds changeDelay{250};
 constexpr int maximumIcons = 1024; // remembered ones; there are some hundred applications
 
-QString fileUri(const QString &path)
+QString thumbnailFolder()
 {
-    // GLib encodes the bytes of the name, whatever they are; QUrl could only encode text.
-    const QByteArray absolute = QFile::encodeName(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
-    const GlibPointer<char> uri(g_filename_to_uri(absolute.constData(), nullptr, nullptr));
-    return QString::fromUtf8(uri.get());
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + QStringLiteral("/thumbnails");
 }
 
 std::optional<QString> pathOf(GDesktopAppInfo *application)
@@ -41,23 +39,13 @@ std::optional<QString> pathOf(GDesktopAppInfo *application)
     return path ? std::optional(QFile::decodeName(path)) : std::nullopt;
 }
 
-/// Whether opening \a path means starting it. A document may lie in a folder whose name looks like an application.
-bool isLaunchable(const QString &path)
-{
-    const QString clean = QDir::cleanPath(path);
-    if (isDesktopFile(clean))
-        return true;
-    const bool isFolder = QFileInfo(clean).isDir();
-    return clean.endsWith(QLatin1String(isFolder ? ".app" : ".AppImage"))
-        && !ApplicationBundle::read(clean).executable.isEmpty();
-}
-
 } // namespace
 
 GioWorkspace::GioWorkspace(std::unique_ptr<StartupNotifier> notifier, QObject *parent)
     : Workspace(parent),
       m_notifier(std::move(notifier)),
       m_icons(std::make_unique<ThemeIcons>()),
+      m_thumbnails(std::make_unique<Thumbnails>(thumbnailFolder())),
       m_fileManager(std::make_unique<FileManagerClient>()),
       m_applicationIcons(maximumIcons)
 {
@@ -100,7 +88,9 @@ Result<void, Workspace::Error> GioWorkspace::openFile(const QString &path)
 {
     if (!QFileInfo::exists(path))
         return Failure(Error::Missing);
-    return isLaunchable(path) ? launchApplication(path) : openWithDefault(path);
+    if (!isLaunchable(path))
+        return openWithDefault(path);
+    return isTrusted(path) ? launchApplication(path) : Failure(Error::Untrusted);
 }
 
 Result<void, Workspace::Error> GioWorkspace::openWithDefault(const QString &path)
@@ -156,7 +146,7 @@ Image GioWorkspace::findIcon(const QString &path) const
         if (isDesktopFile(path))
             return m_icons->icon({QStringLiteral("application-x-executable")});
     }
-    return m_icons->icon(fileIconNames(path));
+    return m_thumbnails->icon(path, m_icons->icon(fileIconNames(path)));
 }
 
 std::optional<QString> GioWorkspace::defaultApplicationForFile(const QString &path) const

@@ -15,6 +15,7 @@ class CoreApplications;
 class FileManagerClient;
 class StartupNotifier;
 class ThemeIcons;
+class Thumbnails;
 
 /// The workspace of a freedesktop session, through GIO and the session bus.
 ///
@@ -49,6 +50,7 @@ private:
 
     std::unique_ptr<StartupNotifier> m_notifier;
     std::unique_ptr<ThemeIcons> m_icons;
+    std::unique_ptr<Thumbnails> m_thumbnails;
     std::unique_ptr<CoreApplications> m_coreApplications;
     std::unique_ptr<FileManagerClient> m_fileManager;
     mutable QCache<QString, Image> m_applicationIcons; ///< by path; desktop files need not be parsed for each again

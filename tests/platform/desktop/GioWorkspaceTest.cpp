@@ -172,6 +172,40 @@ TEST_F(GioWorkspaceTest, ABundleStartsItsProgram)
     }
 }
 
+TEST_F(GioWorkspaceTest, OnlyATrustedApplicationIsStartedByOpeningIt)
+{
+    const Probe probe("opened");
+    const Probe image("mine.AppImage");
+    const Probe inFolder("Mine.app/AppRun");
+    const QString folder = PrivateSession::path("files/Mine.app");
+    const QString loose = PrivateSession::write("files/mine.desktop", probe.desktopFile());
+    const QString installed = install("opened", probe.desktopFile());
+    const uid_t self = geteuid();
+    const uid_t somebody = self + 12345;
+    // What is opened, what that starts, the file whose mode and owner count, those, and whether it is started.
+    using Row = std::tuple<QString, const Probe &, QString, mode_t, uid_t, bool>;
+    for (const auto &[opened, started, path, mode, owner, isStarted] :
+         {Row{installed, probe, installed, 0602, self, true}, Row{loose, probe, loose, 0700, self, true},
+          Row{loose, probe, loose, 0644, self, false}, Row{loose, probe, loose, 0702, self, false},
+          Row{loose, probe, loose, 0755, somebody, false},
+          Row{image.program(), image, image.program(), 0755, self, true},
+          Row{image.program(), image, image.program(), 0757, self, false},
+          Row{folder, inFolder, inFolder.program(), 0755, self, true},
+          Row{folder, inFolder, inFolder.program(), 0755, somebody, false}}) {
+        const QByteArray decisive = QFile::encodeName(path);
+        // Only the superuser may give files away.
+        if (chown(decisive.constData(), owner, gid_t(-1)) != 0 || chmod(decisive.constData(), mode) != 0)
+            continue;
+        const auto outcome = workspace.openUrl(QUrl::fromLocalFile(opened));
+        EXPECT_EQ(bool(outcome), isStarted) << qPrintable(opened) << std::oct << mode;
+        if (outcome)
+            (void)started.waitForStart();
+        else
+            EXPECT_EQ(outcome.error(), Workspace::Error::Untrusted);
+        EXPECT_EQ(chown(decisive.constData(), self, gid_t(-1)), 0);
+    }
+}
+
 TEST_F(GioWorkspaceTest, ATerminalProgramRunsInATerminalOrNotAtAll)
 {
     const Probe program("program");

@@ -1,26 +1,16 @@
 #include "ring/RoundedEffectsWindow.h"
 
-#include "platform/Stage.h"
 #include "ring/BezelView.h"
+#include "ring/RoundedRegion.h"
 
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
-#include <QWindow>
 
 namespace Orbita {
 
 namespace {
 
-constexpr double cornerRadius = 10.0;
 constexpr double outlineInset = 1.5;
-
-QRegion roundedRegion(QSize size, int inset)
-{
-    QPainterPath path;
-    path.addRoundedRect(QRectF(QPointF(), size).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
-    return QRegion(path.toFillPolygon().toPolygon());
-}
 
 void paintPanel(QPainter &painter, const QRectF &bounds, Backdrop backdrop)
 {
@@ -28,15 +18,15 @@ void paintPanel(QPainter &painter, const QRectF &bounds, Backdrop backdrop)
     const QColor veil = backdropVeil(Qt::white, backdrop);
     painter.setBrush(veil.alpha() > 0 ? veil : discFill(Qt::white, backdrop));
     painter.setPen(QPen(Qt::white, 1.0));
-    painter.drawRoundedRect(panel, cornerRadius, cornerRadius);
+    painter.drawRoundedRect(panel, panelCornerRadius, panelCornerRadius);
 }
 
 } // namespace
 
 RoundedEffectsWindow::RoundedEffectsWindow(Stage &stage, BlurBehind &blur, QWidget *parent)
     : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint),
-      m_stage(stage),
       m_shape(*this, stage, blur, roundedRegion, {.body = 1, .blur = 1}),
+      m_drag(*this, stage),
       m_strokeView(new BezelView(this))
 {
     connect(&m_shape, &WindowShape::backdropChanged, this, &RoundedEffectsWindow::updateMask);
@@ -57,23 +47,14 @@ void RoundedEffectsWindow::resizeEvent(QResizeEvent *event)
     m_strokeView->lower();
 }
 
-QRectF RoundedEffectsWindow::stageFrame() const
-{
-    return m_stage.fromDesktop(QRectF(geometry()));
-}
-
 void RoundedEffectsWindow::mousePressEvent(QMouseEvent *event)
 {
-    m_originalMouseLocation = m_stage.fromDesktop(event->globalPosition());
-    m_originalWindowLocation = stageFrame().topLeft();
+    m_drag.press(*event);
 }
 
 void RoundedEffectsWindow::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!(event->buttons() & Qt::LeftButton) || !windowHandle())
-        return;
-    const QPointF moved = m_stage.fromDesktop(event->globalPosition()) - m_originalMouseLocation;
-    m_stage.place(*windowHandle(), QRectF(m_originalWindowLocation + moved, QSizeF(size())));
+    m_drag.move(*event);
 }
 
 } // namespace Orbita

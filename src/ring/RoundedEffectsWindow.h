@@ -1,8 +1,8 @@
 #pragma once
 
+#include "ring/BackgroundDrag.h"
 #include "ring/WindowShape.h"
 
-#include <QPointF>
 #include <QWidget>
 
 namespace Orbita {
@@ -25,14 +25,10 @@ protected:
 
 private:
     void updateMask();
-    /// The window's frame in global points, y upwards.
-    [[nodiscard]] QRectF stageFrame() const;
 
-    Stage &m_stage;
     WindowShape m_shape;
+    BackgroundDrag m_drag;
     BezelView *m_strokeView;
-    QPointF m_originalMouseLocation; ///< global points, y upwards, at the last press
-    QPointF m_originalWindowLocation;
 };
 
 } // namespace Orbita

@@ -2,12 +2,12 @@
 
 #include "platform/Stage.h"
 #include "ring/RingText.h"
+#include "ring/ScreenAt.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QWindow>
 
-#include <algorithm>
 #include <cmath>
 
 namespace Orbita {
@@ -24,15 +24,6 @@ QSizeF textSize(const QString &text)
 {
     const QFontMetricsF metrics(ringFont(fontSize));
     return {std::ceil(metrics.horizontalAdvance(text)), std::ceil(metrics.height())};
-}
-
-/// The screen that holds the middle of \a item, else the main one.
-QRectF screenOf(const Stage &stage, const QRectF &item)
-{
-    const std::vector<Stage::Screen> screens = stage.screens();
-    const auto holds = [&](const Stage::Screen &screen) { return screen.frame.contains(item.center()); };
-    const auto found = std::find_if(screens.begin(), screens.end(), holds);
-    return found == screens.end() ? screens.front().frame : found->frame;
 }
 
 void paintShadow(QPainter &painter, const QPainterPath &outline)
@@ -66,7 +57,7 @@ void TitleBubble::showTitle(const QString &title, const QRectF &item, QWidget *o
         return;
     m_text = text;
     m_item = item;
-    m_placement = placeBubble(textSize(m_text), item, screenOf(m_stage, item));
+    m_placement = placeBubble(textSize(m_text), item, screenAt(m_stage, item.center()));
     winId(); // there must be a window to place
     windowHandle()->setTransientParent(owner ? owner->windowHandle() : nullptr);
     const QRectF frame = m_placement.frame.toAlignedRect();

@@ -51,8 +51,8 @@ void WindowShape::apply()
     if (!handle)
         return; // asked again when there is one
     m_stage.setInputRegion(*handle, isBlended ? body : QRegion());
-    const bool isBlurred = backdrop() == Backdrop::Blurred;
-    m_blur.setRegion(*handle, isBlurred ? m_outline(m_window.size(), m_insets.blur) : QRegion());
+    const bool isBlurred = backdrop() == Backdrop::Blurred && m_insets.blur;
+    m_blur.setRegion(*handle, isBlurred ? m_outline(m_window.size(), *m_insets.blur) : QRegion());
 }
 
 } // namespace Orbita

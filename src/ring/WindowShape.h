@@ -6,6 +6,7 @@
 #include <QRegion>
 
 #include <functional>
+#include <optional>
 
 class QWidget;
 
@@ -27,7 +28,7 @@ public:
     /// Where the body ends and where the blur does.
     struct Insets {
         int body = 1;
-        int blur = 2;
+        std::optional<int> blur = 2; ///< nothing for a window that hides what is behind it
     };
 
     WindowShape(QWidget &window, Stage &stage, BlurBehind &blur, Outline outline, Insets insets);

@@ -5,6 +5,7 @@
 #include "app/ReadySignal.h"
 #include "app/TouchpadTrust.h"
 #include "editors/SheetItemEditors.h"
+#include "editors/WidgetDialogs.h"
 #include "model/ImageCache.h"
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
@@ -116,7 +117,8 @@ struct Program {
     UnreachableRecipient toolkit;
     ImageCache imageCache;
     ImageStore imageStore{directories.container};
-    SheetItemEditors editors;
+    WidgetDialogs dialogs{desktop.stage};
+    SheetItemEditors editors{desktop.stage, desktop.blur, dialogs};
     ItemServices items{desktop.workspace, desktop.runningApplications, toolkit, imageCache, imageStore, editors};
     TimerScheduler scheduler;
     FrameClock clock{desktop.appearance};

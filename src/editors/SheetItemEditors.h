@@ -2,13 +2,37 @@
 
 #include "model/ItemEditors.h"
 
+#include <QSizeF>
+
+#include <memory>
+
 namespace Orbita {
 
-/// Edits items in sheets that float above the ring.
+class BlurBehind;
+class Dialogs;
+class ItemEditorViewController;
+class Stage;
+
+/// Edits items in sheets that float above the ring and block it while they are open.
+///
+/// Closing the sheet in any way other than Save, and the end of the program, discard.
 class SheetItemEditors final : public ItemEditors {
 public:
+    /// All outlive the editors.
+    SheetItemEditors(Stage &stage, BlurBehind &blur, Dialogs &dialogs)
+        : m_stage(stage), m_blur(blur), m_dialogs(dialogs)
+    {
+    }
+
     void editScript(const QString &script, const QString &title, const Image &image, FinishHandler handler) override;
     void editLink(const QString &urlString, const Image &image, FinishHandler handler) override;
+
+private:
+    void runSession(std::unique_ptr<ItemEditorViewController> editor, QSizeF size, const FinishHandler &handler);
+
+    Stage &m_stage;
+    BlurBehind &m_blur;
+    Dialogs &m_dialogs;
 };
 
 } // namespace Orbita

@@ -1,0 +1,96 @@
+#include "editors/DroppedPicture.h"
+
+#include <QFileInfo>
+#include <QMimeData>
+#include <QTemporaryFile>
+#include <QUrl>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace Orbita {
+
+namespace {
+
+constexpr QSize kept{1024, 1024}; // device pixels: three times the size of an item, for sharp screens
+constexpr qsizetype longestName = 60;
+constexpr qsizetype largestData = 32 * 1024 * 1024; // bytes, as of files
+
+/// What programs offer copied pictures as, the best first.
+constexpr std::array<const char *, 7> pictureTypes{
+    "image/png", "image/svg+xml", "image/tiff", "image/webp", "image/jpeg", "image/bmp", "image/gif",
+};
+
+std::optional<QString> localFile(const QMimeData &data)
+{
+    const QList<QUrl> urls = data.urls();
+    const auto found = std::ranges::find_if(urls, &QUrl::isLocalFile);
+    return found == urls.end() ? std::nullopt : std::optional(found->toLocalFile());
+}
+
+std::optional<QString> pictureType(const QMimeData &data)
+{
+    const auto found
+        = std::ranges::find_if(pictureTypes, [&data](const char *type) { return data.hasFormat(QLatin1String(type)); });
+    return found == pictureTypes.end() ? std::nullopt : std::optional(QString(QLatin1String(*found)));
+}
+
+Image imageAt(const QString &path)
+{
+    return Image::fromPixels(Image::fromFile(path).render(kept));
+}
+
+/// Through a file, so that it is decoded with the same care.
+Image imageFrom(const QByteArray &bytes)
+{
+    QTemporaryFile file;
+    const bool isWritten
+        = bytes.size() <= largestData && file.open() && file.write(bytes) == bytes.size() && file.flush();
+    return isWritten ? imageAt(file.fileName()) : Image();
+}
+
+Result<Image, QString> orRefusal(Image image, const QString &what)
+{
+    if (!image.isNull())
+        return image;
+    return Failure(QStringLiteral("%1 cannot be used: a picture must be undamaged, of a common format, at most 32 MB "
+                                  "large and at most 8192 pixels wide and high.")
+                       .arg(what));
+}
+
+} // namespace
+
+QStringList pictureNamePatterns()
+{
+    return QStringLiteral("*.png *.jpg *.jpeg *.svg *.svgz *.tif *.tiff *.webp *.gif *.bmp *.ico *.icns *.xpm")
+        .split(u' ');
+}
+
+Result<Image, QString> readPicture(const QString &path)
+{
+    QString name = QFileInfo(path).fileName();
+    if (name.size() > longestName)
+        name = name.left(longestName) + u'…';
+    if (!QFileInfo::exists(path))
+        return Failure(QStringLiteral("“%1” is not there any more.").arg(name));
+    if (!QFileInfo(path).isReadable())
+        return Failure(QStringLiteral("“%1” may not be read.").arg(name));
+    return orRefusal(imageAt(path), QStringLiteral("“%1”").arg(name));
+}
+
+bool mayHoldPicture(const QMimeData &data)
+{
+    return pictureType(data) || localFile(data);
+}
+
+Result<Image, QString> readPicture(const QMimeData &data)
+{
+    // A file comes first: beside it, file managers offer its icon as picture data.
+    if (const auto path = localFile(data))
+        return readPicture(*path);
+    const auto type = pictureType(data);
+    return orRefusal(type ? imageFrom(data.data(*type)) : Image(), QStringLiteral("What was given"));
+}
+
+} // namespace Orbita

@@ -1,0 +1,87 @@
+#include "editors/ScriptEditorViewController.h"
+
+#include "editors/DocumentColoring.h"
+#include "editors/ImageWell.h"
+#include "editors/ScriptTextView.h"
+#include "ring/RingText.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QTextDocument>
+
+namespace Orbita {
+
+namespace {
+
+constexpr double titleSize = 13.0;
+constexpr int margin = 20; // points
+constexpr int wellSide = 56;
+
+QFont titleFont()
+{
+    QFont font = ringFont(titleSize);
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
+} // namespace
+
+ScriptEditorViewController::ScriptEditorViewController(const QString &script, const QString &title, const Image &image,
+                                                       Dialogs &dialogs)
+    : ItemEditorViewController(script, image, dialogs),
+      m_title(title),
+      m_titleField(new QLabel(this)),
+      m_textView(new ScriptTextView(this))
+{
+    m_titleField->setObjectName(QStringLiteral("titleField"));
+    m_titleField->setAccessibleName(title);
+    m_titleField->setTextFormat(Qt::PlainText);
+    m_titleField->setFont(titleFont());
+    m_textView->setScript(baseScript());
+    layOut();
+    m_updateTimer.setSingleShot(true);
+    connect(&m_updateTimer, &QTimer::timeout, this, &ScriptEditorViewController::tick);
+    connect(m_textView, &ScriptTextView::compositionChanged, &m_updateTimer, qOverload<>(&QTimer::start));
+    connect(m_textView, &ScriptTextView::textChanged, this, &ScriptEditorViewController::textDidChange);
+    refreshColoring();
+}
+
+void ScriptEditorViewController::layOut()
+{
+    imageView().setFixedSize(wellSide, wellSide);
+    m_titleField->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    auto *head = new QHBoxLayout;
+    head->setSpacing(14);
+    head->addWidget(&imageView());
+    head->addWidget(m_titleField, 1);
+    auto *rows = new QVBoxLayout(this);
+    rows->setContentsMargins(margin, margin, margin, margin);
+    rows->setSpacing(14);
+    rows->addLayout(head);
+    rows->addWidget(m_textView, 1);
+    rows->addLayout(makeButtons(*m_textView));
+}
+
+QWidget &ScriptEditorViewController::firstField()
+{
+    return *m_textView;
+}
+
+QString ScriptEditorViewController::editedText() const
+{
+    return m_textView->script();
+}
+
+void ScriptEditorViewController::resizeEvent(QResizeEvent *event)
+{
+    ItemEditorViewController::resizeEvent(event);
+    layout()->activate();
+    m_titleField->setText(elidedLine(m_title, titleFont(), m_titleField->width()));
+}
+
+void ScriptEditorViewController::refreshColoring()
+{
+    applyColoring(*m_textView->document(), scriptColoring(m_textView->script()));
+}
+
+} // namespace Orbita

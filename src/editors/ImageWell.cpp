@@ -1,6 +1,7 @@
 #include "editors/ImageWell.h"
 
 #include "editors/DroppedPicture.h"
+#include "editors/SheetStyle.h"
 #include "platform/Dialogs.h"
 
 #include <QApplication>
@@ -130,7 +131,7 @@ const QPixmap &ImageWell::pixmap()
 
 void ImageWell::paintFrame(QPainter &painter) const
 {
-    const QColor accent = palette().color(QPalette::Highlight);
+    const QColor accent = sheetAccent();
     const bool isAccented = hasFocus() || m_isDropTarget;
     QColor fill(0, 0, 0, isDown() ? 30 : underMouse() ? 14 : 7);
     if (m_isDropTarget) {

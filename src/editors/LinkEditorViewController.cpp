@@ -52,7 +52,7 @@ void LinkEditorViewController::layOut()
 {
     constexpr int wellSide = 104;
     imageView().setFixedSize(wellSide, wellSide);
-    auto *label = new QLabel(QStringLiteral("&Address"), this);
+    auto *label = new QLabel(QStringLiteral("Address"), this);
     label->setBuddy(m_urlField);
     auto *rows = new QVBoxLayout;
     rows->setSpacing(6);

@@ -40,7 +40,6 @@ ScriptTextView::ScriptTextView(QWidget *parent) : QPlainTextEdit(parent)
     setFont(scriptFont());
     setTabStopDistance(QFontMetricsF(font()).horizontalAdvance(u' ') * tabWidth);
     setLineWrapMode(QPlainTextEdit::NoWrap);
-    setFrameShape(QFrame::NoFrame);
     setInputMethodHints(Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText | Qt::ImhMultiLine);
 }
 

@@ -1,6 +1,6 @@
 #include "editors/VXSheetWindow.h"
 
-#include "editors/LightPalette.h"
+#include "editors/SheetStyle.h"
 #include "editors/VXSheetWindowContentView.h"
 #include "platform/Stage.h"
 #include "ring/RoundedRegion.h"
@@ -35,7 +35,7 @@ VXSheetWindow::VXSheetWindow(Stage &stage, BlurBehind &blur)
 {
     setObjectName(QStringLiteral("sheetWindow"));
     setWindowModality(Qt::ApplicationModal);
-    setPalette(lightPalette());
+    setStyleSheet(sheetStyleSheet());
     connect(&m_shape, &WindowShape::backdropChanged, this, &VXSheetWindow::followBackdrop);
     followBackdrop();
     resize(initialSize);

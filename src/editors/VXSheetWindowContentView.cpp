@@ -23,12 +23,14 @@ void VXSheetWindowContentView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    // The mask leaves whole pixels, the smooth edge of the shape would show what lies under it.
+    painter.setBrush(Qt::white);
+    painter.setPen(m_isBlended ? QPen(blendedEdge, 1.0) : QPen(Qt::NoPen));
+    // A mask of whole pixels shows what lies under a smooth edge, so there the line is all that the white leaves.
+    const double inset = m_isBlended ? 0.5 : 1.0;
     if (!m_isBlended)
         painter.fillRect(rect(), cutEdge);
-    painter.setBrush(Qt::white);
-    painter.setPen(QPen(m_isBlended ? blendedEdge : cutEdge, 1.0));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), panelCornerRadius, panelCornerRadius);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), panelCornerRadius,
+                            panelCornerRadius);
 }
 
 } // namespace Orbita

@@ -1,0 +1,184 @@
+#include "editors/DocumentColoring.h"
+#include "editors/ImageWell.h"
+#include "editors/LinkEditorViewController.h"
+#include "editors/ScriptEditorViewController.h"
+#include "editors/ScriptTextView.h"
+#include "platform/memory/MemoryDialogs.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTest>
+#include <QTextBlock>
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+namespace {
+
+struct Answer {
+    QString text;
+    bool hasImage = false;
+};
+
+class EditorsTest : public testing::Test {
+protected:
+    template <typename Editor>
+    Editor &show(std::unique_ptr<Editor> editor)
+    {
+        Editor &shown = *editor;
+        shown.setFinishHandler([this](const QString &text, const std::optional<Image> &image) {
+            answers.push_back({text, image.has_value()});
+        });
+        shown.resize(700, 450);
+        shown.firstField().setFocus();
+        shown.show();
+        QApplication::setActiveWindow(&shown);
+        m_editor = std::move(editor);
+        return shown;
+    }
+    ScriptEditorViewController &showScript(const QString &script)
+    {
+        return show(std::make_unique<ScriptEditorViewController>(script,
+                                                                 QStringLiteral("Apple Script - Long").repeated(99),
+                                                                 Image::named(QStringLiteral("Script")), dialogs));
+    }
+    LinkEditorViewController &showLink(const QString &address)
+    {
+        return show(
+            std::make_unique<LinkEditorViewController>(address, Image::named(QStringLiteral("Bookmark")), dialogs));
+    }
+    static void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);
+    }
+    /// The names of the fields that get the keyboard one after the other.
+    static QStringList walk(int steps, Qt::KeyboardModifiers modifiers)
+    {
+        QStringList names;
+        for (; steps > 0; --steps) {
+            press(Qt::Key_Tab, modifiers);
+            names.append(QApplication::focusWidget()->objectName());
+        }
+        return names;
+    }
+    static void put(const QString &clip) { QApplication::clipboard()->setText(clip); }
+
+    MemoryDialogs dialogs;
+    std::vector<Answer> answers;
+
+private:
+    std::unique_ptr<QWidget> m_editor;
+};
+
+TEST_F(EditorsTest, keysSaveAndDiscardAScript)
+{
+    const ScriptEditorViewController &editor = showScript(QStringLiteral("to"));
+    QTest::keyClicks(&editor.textView(), QStringLiteral("x"));
+    press(Qt::Key_Return);
+    press(Qt::Key_Return, Qt::ShiftModifier);
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(answers.empty()) << "these keys write";
+    press(Qt::Key_Return, Qt::ControlModifier);
+    press(Qt::Key_S, Qt::ControlModifier);
+    press(Qt::Key_Escape);
+    ASSERT_EQ(answers.size(), 3U);
+    EXPECT_EQ(answers[0].text, QStringLiteral("x\n\n\tto"));
+    EXPECT_EQ(answers[1].text, answers[0].text);
+    EXPECT_EQ(answers[2].text, QStringLiteral("to"));
+    for (int undone = 0; editor.textView().document()->isUndoAvailable() && undone < 10; ++undone)
+        press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(editor.textView().script(), QStringLiteral("to")) << "colouring is nothing to undo";
+}
+
+TEST_F(EditorsTest, keysSaveAndDiscardAnAddress)
+{
+    showLink(QStringLiteral("https://old/"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("b "));
+    press(Qt::Key_Return);
+    press(Qt::Key_Escape);
+    ASSERT_EQ(answers.size(), 2U);
+    EXPECT_EQ(answers[0].text, QStringLiteral("b ")) << "typing replaces the address; nothing is corrected";
+    EXPECT_EQ(answers[1].text, QStringLiteral("https://old/"));
+    EXPECT_FALSE(answers[0].hasImage || answers[1].hasImage);
+}
+
+TEST_F(EditorsTest, theKeyboardReachesEveryField)
+{
+    showLink({});
+    const QStringList afterTheText{QStringLiteral("imageView"), QStringLiteral("discardButton"),
+                                   QStringLiteral("saveButton")};
+    EXPECT_EQ(walk(4, Qt::NoModifier), afterTheText + QStringList(QStringLiteral("urlField")));
+    walk(2, Qt::NoModifier);
+    press(Qt::Key_Return);
+    ASSERT_EQ(answers.size(), 1U);
+    const ScriptEditorViewController &editor = showScript({});
+    walk(1, Qt::ControlModifier);
+    EXPECT_EQ(walk(2, Qt::NoModifier), afterTheText.mid(1));
+    editor.textView().setFocus();
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_FALSE(editor.textView().hasFocus());
+    EXPECT_TRUE(editor.textView().script().isEmpty());
+}
+
+TEST_F(EditorsTest, textsOfAnyKindComeThrough)
+{
+    ScriptTextView &view = showScript(QStringLiteral("a\r\nb\rc")).textView();
+    EXPECT_EQ(view.script(), QStringLiteral("a\nb\nc"));
+    view.selectAll();
+    put(u"1\r\n2\u20283\u20294\u00A0\xD800"_qs + QChar(u'\0') + u'5');
+    view.paste();
+    EXPECT_EQ(view.script(), u"1\n2\n3\n4\u00A0\xD800"_qs + QChar(u'\0') + u'5');
+
+    QLineEdit &field = showLink(QStringLiteral("https://x")).urlField();
+    const QString address = QStringLiteral("https://") + QStringLiteral("long/").repeated(20'000);
+    put(address + QStringLiteral("\r\n"));
+    field.paste();
+    press(Qt::Key_Return);
+    ASSERT_FALSE(answers.empty());
+    EXPECT_EQ(answers.back().text, address);
+}
+
+QList<QTextLayout::FormatRange> formats(const ScriptTextView &view, int line)
+{
+    return view.document()->findBlockByNumber(line).layout()->formats();
+}
+
+TEST_F(EditorsTest, coloursFollowTheText)
+{
+    ScriptTextView &view = showScript(QStringLiteral("set x\nlog x\nto 5")).textView();
+    ASSERT_EQ(formats(view, 0).size(), 1);
+    EXPECT_EQ(formats(view, 0).front().format.foreground().color().rgb(), qRgb(128, 0, 128));
+    EXPECT_TRUE(formats(view, 1).isEmpty());
+    EXPECT_EQ(formats(view, 2).size(), 2);
+    EXPECT_EQ(applyColoring(*view.document(), scriptColoring(view.script())), 0) << "all is coloured already";
+
+    view.moveCursor(QTextCursor::End);
+    press(Qt::Key_6);
+    EXPECT_EQ(formats(view, 2).back().length, 2);
+    view.moveCursor(QTextCursor::Start);
+    press(Qt::Key_QuoteDbl);
+    for (int line = 0; line < 3; ++line) {
+        ASSERT_EQ(formats(view, line).size(), 1) << "a string over line " << line;
+        EXPECT_EQ(formats(view, line).front().format.foreground().color().rgb(), qRgb(0, 0, 255));
+    }
+}
+
+TEST_F(EditorsTest, colourComesBackAfterAComposition)
+{
+    ScriptTextView &view = showScript(QStringLiteral("set 5")).textView();
+    const auto before = formats(view, 0);
+    view.moveCursor(QTextCursor::Right);
+    QInputMethodEvent composing(QStringLiteral("´´"), {});
+    QApplication::sendEvent(&view, &composing);
+    const auto isColoredRound = [&] { return formats(view, 0).size() == 4 && formats(view, 0)[1].start == 3; };
+    EXPECT_TRUE(QTest::qWaitFor(isColoredRound)) << "what is composed has a look of its own";
+    QInputMethodEvent cancelled;
+    QApplication::sendEvent(&view, &cancelled);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return formats(view, 0) == before; }));
+    EXPECT_EQ(view.script(), QStringLiteral("set 5"));
+}
+
+} // namespace
+} // namespace Orbita

@@ -1,0 +1,135 @@
+#include "editors/SheetItemEditors.h"
+#include "editors/VXSheetWindowController.h"
+#include "platform/memory/MemoryDialogs.h"
+#include "platform/memory/MemoryStage.h"
+#include "support/RowName.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace Orbita {
+namespace {
+
+struct WayOut {
+    const char *name;
+    std::function<void(QWidget &sheet)> leave;
+    const char *answer;
+};
+
+class SheetTest : public testing::TestWithParam<WayOut> {
+protected:
+    MemoryStage stage;
+    MemoryBlurBehind blur;
+    MemoryDialogs dialogs;
+    SheetItemEditors editors{stage, blur, dialogs};
+};
+
+void click(QWidget &sheet, const char *button)
+{
+    QTest::mouseClick(sheet.findChild<QPushButton *>(QLatin1String(button)), Qt::LeftButton);
+}
+
+TEST_P(SheetTest, isAnsweredOnceAndGoes)
+{
+    stage.plantedScreens.push_back({QRectF(1280, 0, 1000, 600), 1.0});
+    stage.pointer = {1300, 10};
+    QPointer<QWidget> sheet;
+    QStringList answers;
+    const auto use = [&] {
+        sheet = QApplication::activeModalWidget();
+        ASSERT_TRUE(sheet);
+        EXPECT_EQ(stage.lastFrame, QRectF(1540, 232, 480, 136)) << "in the middle of the pointer's screen";
+        EXPECT_EQ(stage.presented, 1);
+        QTest::keyClicks(sheet->focusWidget(), QStringLiteral("new"));
+        GetParam().leave(*sheet);
+    };
+    // An event loop of the program's own, which may end beneath the sheet.
+    QTimer::singleShot(0, &stage, [&] {
+        QTimer::singleShot(0, &stage, use);
+        editors.editLink(QStringLiteral("old"), {}, [&](const QString &text, const auto &) { answers.append(text); });
+        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    });
+    QApplication::exec();
+    EXPECT_EQ(answers, QStringList(QLatin1String(GetParam().answer)));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(sheet) << "the sheet is gone";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, SheetTest,
+    testing::Values(
+        WayOut{"Save", [](QWidget &sheet) { click(sheet, "saveButton"); }, "new"},
+        WayOut{"Discard", [](QWidget &sheet) { click(sheet, "discardButton"); }, "old"},
+        WayOut{"Return", [](QWidget &sheet) { QTest::keyClick(sheet.focusWidget(), Qt::Key_Return); }, "new"},
+        WayOut{"Escape", [](QWidget &sheet) { QTest::keyClick(sheet.focusWidget(), Qt::Key_Escape); }, "old"},
+        WayOut{"closed by the window manager", [](QWidget &sheet) { sheet.close(); }, "old"},
+        WayOut{"the program quits", [](QWidget &) { QCoreApplication::quit(); }, "old"},
+        WayOut{"the event loops end", [](QWidget &) { QCoreApplication::exit(); }, "old"}),
+    rowName<WayOut>);
+
+TEST_F(SheetTest, isReadableOnADarkDesktop)
+{
+    const QPalette usual = QApplication::palette();
+    QPalette dark(Qt::black, Qt::black);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        dark.setColor(role, Qt::white);
+    QApplication::setPalette(dark);
+    QTimer::singleShot(0, &stage, [] {
+        QWidget *sheet = QApplication::activeModalWidget();
+        EXPECT_GT(sheet->grab().toImage().pixelColor(650, 300).lightness(), 250);
+        for (const QWidget *child : sheet->findChildren<QPlainTextEdit *>())
+            EXPECT_EQ(child->palette().color(QPalette::Text), QColor(Qt::black));
+        for (const QWidget *child : sheet->findChildren<QLabel *>())
+            EXPECT_EQ(child->palette().color(QPalette::WindowText), QColor(Qt::black));
+        sheet->close();
+    });
+    editors.editScript({}, QStringLiteral("Apple Script - x"), {}, [](const QString &, const auto &) {});
+    QApplication::setPalette(usual);
+}
+
+TEST_F(SheetTest, livesUntilItsWindowCloses)
+{
+    auto held = VXSheetWindowController::withContentViewController(stage, blur, std::make_unique<QWidget>());
+    const std::weak_ptr controller = held;
+    const QPointer content = &held->contentController();
+    VXSheetWindow &window = held->window();
+    window.present({700, 450});
+    EXPECT_EQ(content->size(), QSize(700, 450));
+    held.reset();
+    EXPECT_FALSE(controller.expired()) << "nobody need keep it";
+    window.close();
+    EXPECT_TRUE(controller.expired());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(content);
+}
+
+TEST_F(SheetTest, isMovedByItsBackgroundAndCutOutWhereNothingIsBlended)
+{
+    const auto controller
+        = VXSheetWindowController::withContentViewController(stage, blur, std::make_unique<QWidget>());
+    VXSheetWindow &window = controller->window();
+    window.present({700, 450});
+    const QRectF before = stage.lastFrame;
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, {20, 20});
+    QTest::mouseMove(window.windowHandle(), {50, 30});
+    EXPECT_EQ(stage.lastFrame, before.translated(30, -10));
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, {20, 20});
+    blur.setAvailable(true);
+    EXPECT_TRUE(blur.region.isEmpty()) << "it hides what is behind it";
+    stage.setCompositing(false);
+    const QImage shown = window.grab().toImage();
+    EXPECT_FALSE(window.mask().contains(QPoint(1, 1)));
+    for (const QRect &row : window.mask())
+        EXPECT_GT(shown.pixelColor(row.topLeft()).value(), 100) << "black must not shine through";
+    window.close();
+}
+
+} // namespace
+} // namespace Orbita

@@ -3,27 +3,6 @@
 #include <algorithm>
 
 namespace Orbita {
-namespace {
-
-int depthOf(const Value &value)
-{
-    if (const auto *list = value.as<ValueList>())
-        return list->depth();
-    if (const auto *record = value.as<ValueRecord>())
-        return record->values.depth();
-    return 0;
-}
-
-qint64 weightOf(const Value &value)
-{
-    if (const auto *list = value.as<ValueList>())
-        return 1 + list->weight();
-    if (const auto *record = value.as<ValueRecord>())
-        return 1 + record->values.weight();
-    return 1;
-}
-
-} // namespace
 
 struct ValueList::Data {
     std::vector<Value> items;
@@ -32,8 +11,8 @@ struct ValueList::Data {
 
     void count(const Value &value)
     {
-        depth = std::max(depth, 1 + depthOf(value));
-        weight += weightOf(value);
+        depth = std::max(depth, 1 + nestingDepth(value));
+        weight += Orbita::weight(value);
     }
 };
 
@@ -61,27 +40,20 @@ const std::vector<Value> &ValueList::items() const
     return m_data ? m_data->items : none;
 }
 
-void ValueList::append(Value value)
+void ValueList::insert(qsizetype index, Value value)
 {
     Data &data = detach();
     data.count(value);
-    data.items.push_back(std::move(value));
+    data.items.insert(data.items.begin() + index, std::move(value));
 }
 
 void ValueList::replace(qsizetype index, Value value)
 {
     Data &data = detach();
     Value &place = data.items[size_t(index)];
-    data.weight -= weightOf(place);
+    data.weight -= Orbita::weight(place);
     data.count(value);
     place = std::move(value);
-}
-
-Value ValueList::take(qsizetype index)
-{
-    Value taken = at(index);
-    replace(index, MissingValue());
-    return taken;
 }
 
 int ValueList::depth() const
@@ -107,6 +79,24 @@ const Value *ValueRecord::find(const QString &name) const
 {
     const qsizetype index = names.indexOf(name);
     return index < 0 ? nullptr : &values.at(index);
+}
+
+int nestingDepth(const Value &value)
+{
+    if (const auto *list = value.as<ValueList>())
+        return list->depth();
+    if (const auto *record = value.as<ValueRecord>())
+        return record->values.depth();
+    return 0;
+}
+
+qint64 weight(const Value &value)
+{
+    if (const auto *list = value.as<ValueList>())
+        return 1 + list->weight();
+    if (const auto *record = value.as<ValueRecord>())
+        return 1 + record->values.weight();
+    return 1;
 }
 
 } // namespace Orbita

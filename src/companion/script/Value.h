@@ -44,10 +44,8 @@ public:
     [[nodiscard]] qsizetype size() const;
     [[nodiscard]] const Value &at(qsizetype index) const; ///< \a index from 0 to below size()
     [[nodiscard]] const std::vector<Value> &items() const;
-    void append(Value value);
+    void insert(qsizetype index, Value value); ///< \a index from 0 to size()
     void replace(qsizetype index, Value value);
-    /// Takes an item out to be changed and put back with replace(); what stands there meanwhile is no matter.
-    [[nodiscard]] Value take(qsizetype index);
 
     /// How deep lists are nested in it, 1 for a list without any. An upper bound after replace().
     [[nodiscard]] int depth() const;
@@ -86,5 +84,10 @@ public:
     }
     [[nodiscard]] bool isNumber() const { return is<qint64>() || is<double>(); }
 };
+
+/// How many levels of lists and records \a value has; 0 for any other value.
+[[nodiscard]] int nestingDepth(const Value &value);
+/// 1 and the weights of what it holds.
+[[nodiscard]] qint64 weight(const Value &value);
 
 } // namespace Orbita

@@ -12,6 +12,7 @@ enum class X11Atom : std::size_t {
     NetActiveWindow,
     NetClientList,
     NetClientListStacking,
+    NetCloseWindow,
     NetCurrentDesktop,
     NetMoveresizeWindow,
     NetSupportingWmCheck,
@@ -39,6 +40,8 @@ enum class X11Atom : std::size_t {
     NetWmWindowTypeUtility,
     OrbitaTime,
     Utf8String,
+    WmDeleteWindow,
+    WmProtocols,
     WmState,
     CompositorSelection, ///< "_NET_WM_CM_Sn" for the connection's screen n
     Count
@@ -53,6 +56,7 @@ constexpr std::array<const char *, X11AtomCount - 1> x11AtomNames{
     "_NET_ACTIVE_WINDOW",
     "_NET_CLIENT_LIST",
     "_NET_CLIENT_LIST_STACKING",
+    "_NET_CLOSE_WINDOW",
     "_NET_CURRENT_DESKTOP",
     "_NET_MOVERESIZE_WINDOW",
     "_NET_SUPPORTING_WM_CHECK",
@@ -80,6 +84,8 @@ constexpr std::array<const char *, X11AtomCount - 1> x11AtomNames{
     "_NET_WM_WINDOW_TYPE_UTILITY",
     "ORBITA_TIME",
     "UTF8_STRING",
+    "WM_DELETE_WINDOW",
+    "WM_PROTOCOLS",
     "WM_STATE",
 };
 

@@ -1,0 +1,45 @@
+#include "companion/service/QuitPlan.h"
+
+#include "companion/service/SessionPrograms.h"
+
+namespace Orbita {
+
+namespace {
+
+/// Why the process must go on running; null where it need not.
+const char *obstacle(const QuitFacts &facts)
+{
+    if (!isProcessIdentifier(facts.processIdentifier))
+        return "%1 is not the number of a program's process.";
+    if (!facts.exists)
+        return "There is no process %1.";
+    if (!facts.isOfThisUser)
+        return "The process %1 belongs to another user.";
+    if (facts.isAncestor)
+        return "The process %1 is this program itself or one that runs it.";
+    if (facts.executableName.isEmpty())
+        return "It cannot be told which program the process %1 runs.";
+    const bool isSessions = isSessionProgram(facts.executableName) || isSessionProgram(facts.processName);
+    if (isSessions || facts.isWindowManager || facts.windows == QuitFacts::Windows::OfDesktopOnly)
+        return "The session needs the process %1.";
+    if (facts.windows == QuitFacts::Windows::OutOfReach)
+        return "The display that the windows of the process %1 are on cannot be reached.";
+    return nullptr;
+}
+
+} // namespace
+
+bool isProcessIdentifier(qint64 number)
+{
+    constexpr qint64 maximum = 4 * 1024 * 1024; // PID_MAX_LIMIT of the kernel, which gives numbers below it
+    return number > 1 && number < maximum;
+}
+
+Result<QuitStep, QString> planQuit(const QuitFacts &facts)
+{
+    if (const char *why = obstacle(facts))
+        return Failure(QString::fromLatin1(why).arg(facts.processIdentifier));
+    return facts.windows == QuitFacts::Windows::Closable ? QuitStep::CloseWindows : QuitStep::Signal;
+}
+
+} // namespace Orbita

@@ -79,10 +79,10 @@ TEST_P(QuitWithWindows, closes_them_and_sends_no_signal)
 {
     DesktopSession session({.windowManager = GetParam(), .sessionBus = false});
     const Display display(session.connection().display());
-    Program &asked = session.start(QStringLiteral("plain-window"));
-    Program &other = session.start(QStringLiteral("plain-window"));
-    asked.waitForOutput(QStringLiteral("ready"));
-    other.waitForOutput(QStringLiteral("ready"));
+    Program &asked = session.start(QStringLiteral("plain-window"), {QStringLiteral("--title"), QStringLiteral("A")});
+    Program &other = session.start(QStringLiteral("plain-window"), {QStringLiteral("--title"), QStringLiteral("B")});
+    session.windows().waitFor(withTitle(QStringLiteral("A")), QStringLiteral("A"));
+    session.windows().waitFor(withTitle(QStringLiteral("B")), QStringLiteral("B"));
 
     EXPECT_TRUE(quitApplication(asked.pid()).hasValue());
     EXPECT_EQ(asked.waitForExit(), 0) << "by its own choice";

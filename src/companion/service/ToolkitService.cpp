@@ -1,0 +1,146 @@
+#include "companion/service/ToolkitService.h"
+
+#include "companion/service/Log.h"
+#include "companion/service/ScriptRunner.h"
+#include "platform/Scheduler.h"
+#include "toolkit/Digest.h"
+#include "toolkit/VXSchemeCommunicationCenter.h"
+
+#include <QPointer>
+
+namespace Orbita {
+
+namespace {
+
+constexpr const char *protocolVersion = "1.0";
+
+void refuse(const char *why)
+{
+    qCWarning(lcCompanion, "Refused: %s", why);
+}
+
+} // namespace
+
+ToolkitService::ToolkitService(VXSchemeCommunicationCenter &center, Scheduler &scheduler, ScriptRunner &runner,
+                               Quitter quitter, QObject *parent)
+    : QObject(parent), m_center(center), m_scheduler(scheduler), m_runner(runner), m_quitter(std::move(quitter))
+{
+    observe(QStringLiteral("executeApplescript"), &ToolkitService::executeApplescript);
+    observe(QStringLiteral("terminate"), &ToolkitService::terminate);
+    observe(QStringLiteral("verifyApplescriptResult"), &ToolkitService::refuseGuess);
+    const QString version = QStringLiteral("version");
+    m_center.addObserver(
+        this,
+        [this, version](const VXRemoteAction &) {
+            m_isUnderstood = true;
+            VXRemoteAction reply(version);
+            reply.setValueForParameter(QLatin1String(protocolVersion), version);
+            return std::optional(reply);
+        },
+        version);
+}
+
+ToolkitService::~ToolkitService()
+{
+    m_center.removeObserver(this);
+}
+
+void ToolkitService::observe(const QString &name, Action action)
+{
+    const auto selector = [this, action](const VXRemoteAction &received) -> std::optional<VXRemoteAction> {
+        m_isUnderstood = true;
+        (this->*action)(received);
+        return std::nullopt;
+    };
+    m_center.addObserver(this, selector, name);
+}
+
+void ToolkitService::open(const QString &url)
+{
+    // The bare scheme, with which Orbita makes sure that the companion runs.
+    m_isUnderstood = url == m_center.urlSchemeForReceiving() + u':';
+    if (!m_center.handleUrlString(url))
+        refuse("an address that holds no action");
+    else if (!m_isUnderstood)
+        refuse("an unknown action");
+}
+
+void ToolkitService::executeApplescript(const VXRemoteAction &action)
+{
+    const auto script = action.valueForParameter(QStringLiteral("script"));
+    if (const char *why = obstacleFor(script))
+        refuse(why);
+    else
+        ask(*script);
+}
+
+const char *ToolkitService::obstacleFor(const std::optional<QString> &script) const
+{
+    if (!script || script->isEmpty())
+        return "no script in a request to run one";
+    if (script->toUtf8().size() > maximumScriptSize)
+        return "a script of more than 4 MiB";
+    if (m_isClosed)
+        return "a script, so soon after an answer that was not asked for";
+    if (m_waitingScripts >= maximumWaitingScripts)
+        return "a script, as too many wait for their verification";
+    if (m_runner.runningCount() >= maximumRunningScripts)
+        return "a script, as too many run";
+    return nullptr;
+}
+
+void ToolkitService::ask(const QString &script)
+{
+    VXRemoteAction question(QStringLiteral("verifyApplescript"));
+    question.setValueForParameter(scriptQuestion(script), QStringLiteral("hash"));
+    ++m_waitingScripts;
+    m_center.sendAction(question, [self = QPointer(this), round = m_round, script](const VXRemoteAction *answer) {
+        if (!self)
+            return;
+        self->m_isUnderstood = true;
+        if (self->m_round == round)
+            self->takeAnswer(script, answer);
+    });
+}
+
+void ToolkitService::takeAnswer(const QString &script, const VXRemoteAction *answer)
+{
+    --m_waitingScripts;
+    if (!answer)
+        refuse("a script that was not verified in time");
+    else if (answer->name() != QLatin1String("verifyApplescriptResult")
+             || answer->valueForParameter(QStringLiteral("result")) != scriptAnswer(script))
+        refuse("a script whose verification failed");
+    else if (m_runner.runningCount() >= maximumRunningScripts)
+        refuse("a script, as too many run");
+    else
+        m_runner.run(script);
+}
+
+void ToolkitService::refuseGuess(const VXRemoteAction &)
+{
+    refuse("an answer that was not asked for, and with it the scripts that wait");
+    m_waitingScripts = 0;
+    m_isClosed = true;
+    m_scheduler.after(closedAfterGuess, *this, [this, round = ++m_round] {
+        if (m_round == round)
+            m_isClosed = false;
+    });
+}
+
+void ToolkitService::terminate(const VXRemoteAction &action)
+{
+    const auto processId = action.valueForParameter(QStringLiteral("processId"));
+    if (!processId) {
+        Q_EMIT endRequested();
+        return;
+    }
+    bool isNumber = false;
+    const qint64 process = processId->toLongLong(&isNumber);
+    if (!isNumber)
+        return refuse("to quit an application without the number of its process");
+    if (const auto asked = m_quitter(process); !asked)
+        qCWarning(lcCompanion).noquote() << "Not asked to quit:" << asked.error();
+}
+
+} // namespace Orbita

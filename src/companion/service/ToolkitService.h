@@ -1,0 +1,69 @@
+#pragma once
+
+#include "base/Result.h"
+#include "toolkit/VXRemoteAction.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace Orbita {
+
+class Scheduler;
+class ScriptRunner;
+class VXSchemeCommunicationCenter;
+
+/// What the companion does for Orbita: it runs the scripts of the user's items and asks applications to quit.
+///
+/// Anybody may have the desktop open an address of the companion's scheme, a web page included, and the salts of the
+/// digests are no secret. So a script runs only after Orbita has said that it is one of the user's items, and what
+/// makes its answer believable is the random response id of the question. That must not be found by trying: an answer
+/// that nobody asked for refuses every script that waits, and any other in the next while.
+class ToolkitService final : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int maximumWaitingScripts = 16;
+    static constexpr int maximumRunningScripts = 32;
+    static constexpr qsizetype maximumScriptSize = 4 * 1024 * 1024; ///< bytes of UTF-8
+    /// How long no script is taken after an answer that nobody had asked for.
+    static constexpr std::chrono::seconds closedAfterGuess{10};
+
+    /// Asks a process to quit; a failure is one sentence.
+    using Quitter = std::function<Result<void, QString>(qint64 processIdentifier)>;
+
+    /// All that is borrowed outlives the service. \a center has its schemes already.
+    ToolkitService(VXSchemeCommunicationCenter &center, Scheduler &scheduler, ScriptRunner &runner, Quitter quitter,
+                   QObject *parent = nullptr);
+    ~ToolkitService() override;
+
+    /// Takes in an address that the companion was asked to open. What is not understood is logged, without its content.
+    void open(const QString &url);
+
+Q_SIGNALS:
+    /// Orbita wants the companion to end.
+    void endRequested();
+
+private:
+    using Action = void (ToolkitService::*)(const VXRemoteAction &);
+    void observe(const QString &name, Action action);
+    void executeApplescript(const VXRemoteAction &action);
+    void terminate(const VXRemoteAction &action);
+    void refuseGuess(const VXRemoteAction &answer);
+
+    [[nodiscard]] const char *obstacleFor(const std::optional<QString> &script) const;
+    void ask(const QString &script);
+    void takeAnswer(const QString &script, const VXRemoteAction *answer);
+
+    VXSchemeCommunicationCenter &m_center;
+    Scheduler &m_scheduler;
+    ScriptRunner &m_runner;
+    Quitter m_quitter;
+    bool m_isUnderstood = false; ///< whether the address at hand reached somebody
+    bool m_isClosed = false;     ///< after a guess
+    int m_waitingScripts = 0;
+    int m_round = 0; ///< counts guesses: answers to questions of earlier rounds no longer matter
+};
+
+} // namespace Orbita

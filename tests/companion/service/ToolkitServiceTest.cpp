@@ -1,0 +1,181 @@
+#include "companion/service/ToolkitService.h"
+
+#include "companion/service/ScriptRunner.h"
+#include "platform/memory/MemoryScheduler.h"
+#include "platform/memory/MemoryUrlHandler.h"
+#include "support/RowName.h"
+#include "toolkit/Digest.h"
+#include "toolkit/EscapeCharacters.h"
+#include "toolkit/VXSchemeCommunicationCenter.h"
+
+using namespace Orbita;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString scheme = QStringLiteral("orbita-toolkit-com");
+const QString recipient = QStringLiteral("orbita-com");
+const QString script = QStringLiteral("beep");
+
+class RecordingRunner final : public ScriptRunner {
+public:
+    void run(const QString &text) override { scripts.append(text); }
+    void stopAll() override { scripts.clear(); }
+    [[nodiscard]] int runningCount() const override { return int(scripts.size()); }
+
+    QStringList scripts;
+};
+
+class ToolkitServiceTest : public testing::Test {
+protected:
+    ToolkitServiceTest()
+    {
+        center.setUrlSchemeForReceiving(scheme);
+        center.setUrlSchemeOfRecipient(recipient);
+        QObject::connect(&service, &ToolkitService::endRequested, &service, [this] { ++ends; });
+    }
+
+    void send(const QString &name, const VXRemoteAction::Parameters &params)
+    {
+        VXRemoteAction action(name);
+        action.setParams(params);
+        service.open(scheme + u':' + stringByAddingEscapeCharacters(action.jsonRepresentation()));
+    }
+    void execute(const QString &text = script)
+    {
+        send(QStringLiteral("executeApplescript"), {{QStringLiteral("script"), text}});
+    }
+    void answer(const QString &result, const QString &id,
+                const QString &name = QStringLiteral("verifyApplescriptResult"))
+    {
+        send(name, {{QStringLiteral("result"), result}, {QStringLiteral("_RemoteActionResponseId"), id}});
+    }
+    /// What was sent to Orbita last.
+    [[nodiscard]] VXRemoteAction sent() const
+    {
+        const QString json = *stringByRemovingEscapeCharacters(urls.opened.last().mid(recipient.size() + 1));
+        return *VXRemoteAction::fromJson(json);
+    }
+    [[nodiscard]] QString lastId() const
+    {
+        return sent().valueForParameter(QStringLiteral("_RemoteActionResponseId")).value_or(QString());
+    }
+
+    MemoryUrlHandler urls;
+    MemoryScheduler scheduler;
+    RecordingRunner runner;
+    VXSchemeCommunicationCenter center{urls, scheduler};
+    QList<qint64> quits;
+    int ends = 0;
+    ToolkitService service{center, scheduler, runner, [this](qint64 process) -> Result<void, QString> {
+                               quits.append(process);
+                               return Failure(QStringLiteral("No."));
+                           }};
+};
+
+TEST_F(ToolkitServiceTest, answers_with_its_version)
+{
+    send(QStringLiteral("version"), {{QStringLiteral("_RemoteActionResponseId"), QStringLiteral("7")}});
+    EXPECT_EQ(sent().name(), QStringLiteral("version"));
+    EXPECT_EQ(sent().valueForParameter(QStringLiteral("version")), QStringLiteral("1.0"));
+    EXPECT_EQ(lastId(), QStringLiteral("7"));
+}
+
+TEST_F(ToolkitServiceTest, runs_a_script_once_that_orbita_vouches_for)
+{
+    execute();
+    EXPECT_EQ(sent().valueForParameter(QStringLiteral("hash")), scriptQuestion(script));
+    EXPECT_TRUE(runner.scripts.isEmpty());
+    const QString id = lastId();
+    answer(scriptAnswer(script), id);
+    EXPECT_EQ(runner.scripts, QStringList{script});
+    answer(scriptAnswer(script), id); // replayed
+    EXPECT_EQ(runner.scripts, QStringList{script});
+}
+
+TEST_F(ToolkitServiceTest, runs_nothing_without_the_right_answer)
+{
+    const QString right = scriptAnswer(script);
+    const std::pair<const char *, std::function<void()>> cases[]{
+        {"none", [&] { scheduler.advance(10s); }},
+        {"too late",
+         [&] {
+             scheduler.advance(10s);
+             answer(right, lastId());
+         }},
+        {"a wrong digest", [&] { answer(scriptQuestion(script), lastId()); }},
+        {"a second try",
+         [&] {
+             answer(QStringLiteral("0"), lastId());
+             answer(right, lastId());
+         }},
+        {"under another name", [&] { answer(right, lastId(), QStringLiteral("version")); }},
+        {"without an id", [&] { answer(right, QString()); }},
+        {"a guess, and then the right one",
+         [&] {
+             const QString id = lastId();
+             answer(right, QStringLiteral("guess"));
+             answer(right, id);
+         }},
+        {"a new script right after a guess",
+         [&] {
+             answer(right, QStringLiteral("guess"));
+             scheduler.advance(9s);
+             execute();
+             answer(right, lastId());
+         }},
+    };
+    for (const auto &[name, proceed] : cases) {
+        execute();
+        proceed();
+        EXPECT_TRUE(runner.scripts.isEmpty()) << name;
+        scheduler.advance(20s); // whatever was closed is open again
+    }
+    execute();
+    answer(right, lastId());
+    EXPECT_EQ(runner.scripts.size(), 1);
+}
+
+TEST_F(ToolkitServiceTest, asks_about_few_scripts_at_once_and_none_too_large)
+{
+    execute(QString(ToolkitService::maximumScriptSize / 2 + 1, u'\u00E4'));
+    execute(QString());
+    EXPECT_TRUE(urls.opened.isEmpty());
+
+    for (int i = 0; i < 10'000; ++i)
+        execute();
+    EXPECT_EQ(urls.opened.size(), ToolkitService::maximumWaitingScripts);
+    scheduler.advance(10s);
+    for (int i = 0; i < 100; ++i) {
+        execute();
+        answer(scriptAnswer(script), lastId());
+        scheduler.advance(20s);
+    }
+    EXPECT_EQ(runner.runningCount(), ToolkitService::maximumRunningScripts);
+}
+
+TEST_F(ToolkitServiceTest, quits_what_has_a_number_and_ends_without_one)
+{
+    const QString terminate = QStringLiteral("terminate");
+    for (const char *number : {"", "12a", "1e3", "0x10", "99999999999999999999"})
+        send(terminate, {{QStringLiteral("processId"), QLatin1String(number)}});
+    EXPECT_TRUE(quits.isEmpty());
+    for (const char *number : {"-1", "4711"})
+        send(terminate, {{QStringLiteral("processId"), QLatin1String(number)}});
+    EXPECT_EQ(quits, (QList<qint64>{-1, 4711}));
+    EXPECT_EQ(ends, 0);
+    send(terminate, {});
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(ToolkitServiceTest, does_nothing_for_addresses_that_make_no_sense)
+{
+    const QString deep(10'000, u'[');
+    for (const QString &url : {QString(), scheme + u':', recipient + u':', scheme + QStringLiteral(":%7"),
+                               scheme + QStringLiteral(":{}"), scheme + QStringLiteral(":%ff"), scheme + u':' + deep,
+                               scheme + QStringLiteral(":{\"_RemoteActionName\":\"runIt\"}")})
+        service.open(url);
+    EXPECT_TRUE(urls.opened.isEmpty() && quits.isEmpty() && runner.scripts.isEmpty() && ends == 0);
+}
+
+} // namespace

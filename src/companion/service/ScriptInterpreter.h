@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace Orbita {
+
+/// What a script's first line says it is to be run by.
+struct ScriptInterpreter {
+    QString program;  ///< as it is written: it may be empty, relative or missing
+    QString argument; ///< the rest of the line, blanks and all, as the kernel takes it; empty for none
+
+    friend bool operator==(const ScriptInterpreter &, const ScriptInterpreter &) = default;
+};
+
+/// The interpreter of a \a script whose first line begins with "#!"; nothing for any other.
+[[nodiscard]] std::optional<ScriptInterpreter> interpreterOf(const QString &script);
+
+/// Why \a interpreter cannot be started, as one sentence for the user; nothing where it can.
+[[nodiscard]] std::optional<QString> obstacleOf(const ScriptInterpreter &interpreter);
+
+} // namespace Orbita

@@ -1,0 +1,156 @@
+#include "companion/service/AnsweringUrlHandler.h"
+#include "companion/service/ApplicationQuitter.h"
+#include "companion/service/EndSignals.h"
+#include "companion/service/Lifetime.h"
+#include "companion/service/Log.h"
+#include "companion/service/OrbitaPresence.h"
+#include "companion/service/ProcessScriptRunner.h"
+#include "companion/service/ToolkitService.h"
+#include "platform/Scheduler.h"
+#include "platform/desktop/DesktopApplication.h"
+#include "platform/desktop/FreedesktopNotifications.h"
+#include "platform/desktop/GioUrlHandler.h"
+#include "platform/desktop/StartupNotifier.h"
+#include "toolkit/VXSchemeCommunicationCenter.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDBusMessage>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using namespace Orbita;
+using namespace Qt::StringLiterals;
+
+const QString busName = QStringLiteral("org.orbita.Toolkit");
+const QString stopScripts = QStringLiteral("stop-scripts");
+
+int fail(const char *sentence)
+{
+    std::fprintf(stderr, "orbita-toolkit: %s\n", sentence);
+    return EXIT_FAILURE;
+}
+
+/// The program that runs scripts lies beside this one in a build folder, and in a folder of its own when installed.
+QString scriptProgram()
+{
+    const QString folder = QCoreApplication::applicationDirPath() + u'/';
+    const QString beside = folder + u"orbita-script"_s;
+    return QFileInfo::exists(beside)
+        ? beside
+        : QFileInfo(folder + QStringLiteral(ORBITA_LIBEXEC_FROM_BIN "/orbita-script")).absoluteFilePath();
+}
+
+/// What the companion is made of, in the order in which the parts need one another.
+struct Companion {
+    explicit Companion(DesktopApplication &desktop) : application(desktop) {}
+
+    void connectAll()
+    {
+        center.setUrlSchemeForReceiving(u"orbita-toolkit-com"_s);
+        center.setUrlSchemeOfRecipient(u"orbita-com"_s);
+        const auto end = [this] {
+            lifetime.endSoon();
+            runner.stopAll();
+        };
+        QObject::connect(&service, &ToolkitService::endRequested, &lifetime, end);
+        QObject::connect(&signals, &EndSignals::received, &lifetime, end);
+        QObject::connect(&lifetime, &Lifetime::over, qApp, &QCoreApplication::quit);
+        QObject::connect(&runner, &ScriptRunner::runningCountChanged, &lifetime,
+                         [this] { lifetime.setRunningScripts(runner.runningCount()); });
+        QObject::connect(&orbita, &OrbitaPresence::changed, &lifetime,
+                         [this] { lifetime.setOrbitaRunning(orbita.isRunning()); });
+        lifetime.setOrbitaRunning(orbita.isRunning());
+        QObject::connect(&application, &DesktopApplication::actionRequested, &runner, &ScriptRunner::stopAll);
+        QObject::connect(&application, &DesktopApplication::opened, &service,
+                         [this](const QStringList &addresses) { open(addresses); });
+    }
+    void open(const QStringList &addresses)
+    {
+        for (const QString &address : addresses)
+            service.open(address);
+    }
+
+    DesktopApplication &application;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    EndSignals signals;
+    TimerScheduler scheduler;
+    OrbitaPresence orbita{bus};
+    GioUrlHandler urls{bus, scheduler, std::make_unique<NoStartupNotifier>()};
+    AnsweringUrlHandler answers{urls, [this] { return orbita.isRunning(); }};
+    VXSchemeCommunicationCenter center{answers, scheduler};
+    FreedesktopNotifications notifications;
+    ProcessScriptRunner runner{scriptProgram(), notifications};
+    ToolkitService service{center, scheduler, runner, quitApplication};
+    Lifetime lifetime{scheduler};
+};
+
+/// Calls \a method of the instance that runs.
+int callInstance(const QString &method, const QVariantList &arguments)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return fail("There is no session bus, so a running companion cannot be reached.");
+    auto call = QDBusMessage::createMethodCall(busName, DesktopApplication::objectPath(busName),
+                                               u"org.freedesktop.Application"_s, method);
+    call.setArguments(arguments);
+    call.setAutoStartService(false);
+    const QDBusMessage answer = bus.call(call);
+    if (answer.type() == QDBusMessage::ReplyMessage)
+        return EXIT_SUCCESS;
+    return fail(answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1
+                    ? "The companion is not running."
+                    : "The companion runs but did not answer.");
+}
+
+int serve(const QStringList &urls)
+{
+    DesktopApplication application(busName, {stopScripts});
+    switch (application.registerOn(QDBusConnection::sessionBus())) {
+    case DesktopApplication::Registration::AlreadyRunning:
+        return urls.isEmpty() ? EXIT_SUCCESS : callInstance(u"Open"_s, {urls, QVariantMap()});
+    case DesktopApplication::Registration::NoBus:
+        qCWarning(lcCompanion, "There is no session bus: Orbita cannot be asked about scripts.");
+        break;
+    case DesktopApplication::Registration::Registered:
+        break;
+    }
+    Companion companion(application);
+    companion.connectAll();
+    companion.open(urls);
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"orbita-toolkit"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(ORBITA_VERSION));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Runs the scripts of Orbita's items, and quits applications for it.\n"
+                                     "Orbita starts it when it is needed, and it ends with Orbita."_s);
+    const QCommandLineOption help({u"h"_s, u"help"_s}, u"Print this help."_s);
+    const QCommandLineOption version(u"version"_s, u"Print the version."_s);
+    const QCommandLineOption service(u"service"_s, u"Started by the session bus; opens nothing."_s);
+    const QCommandLineOption stop(stopScripts, u"End all scripts that run."_s);
+    parser.addOptions({help, version, service, stop});
+    parser.addPositionalArgument(u"url"_s, u"Addresses of the scheme \"orbita-toolkit-com\"."_s, u"[url...]"_s);
+    parser.process(application);
+    if (parser.isSet(help)) {
+        std::fputs(qUtf8Printable(parser.helpText()), stdout);
+        return EXIT_SUCCESS;
+    }
+    if (parser.isSet(version)) {
+        std::puts("orbita-toolkit " ORBITA_VERSION);
+        return EXIT_SUCCESS;
+    }
+    if (parser.isSet(stop))
+        return callInstance(u"ActivateAction"_s, {stopScripts, QVariantList(), QVariantMap()});
+    return serve(parser.positionalArguments());
+}

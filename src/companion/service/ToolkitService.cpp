@@ -13,6 +13,7 @@ namespace Orbita {
 namespace {
 
 constexpr const char *protocolVersion = "1.0";
+constexpr const char *tooManyRun = "a script, as too many run";
 
 void refuse(const char *why)
 {
@@ -22,8 +23,8 @@ void refuse(const char *why)
 } // namespace
 
 ToolkitService::ToolkitService(VXSchemeCommunicationCenter &center, Scheduler &scheduler, ScriptRunner &runner,
-                               Quitter quitter, QObject *parent)
-    : QObject(parent), m_center(center), m_scheduler(scheduler), m_runner(runner), m_quitter(std::move(quitter))
+                               Means means, QObject *parent)
+    : QObject(parent), m_center(center), m_scheduler(scheduler), m_runner(runner), m_means(std::move(means))
 {
     observe(QStringLiteral("executeApplescript"), &ToolkitService::executeApplescript);
     observe(QStringLiteral("terminate"), &ToolkitService::terminate);
@@ -85,7 +86,7 @@ const char *ToolkitService::obstacleFor(const std::optional<QString> &script) co
     if (m_waitingScripts >= maximumWaitingScripts)
         return "a script, as too many wait for their verification";
     if (m_runner.runningCount() >= maximumRunningScripts)
-        return "a script, as too many run";
+        return tooManyRun;
     return nullptr;
 }
 
@@ -103,16 +104,24 @@ void ToolkitService::ask(const QString &script)
     });
 }
 
+const char *ToolkitService::doubtAbout(const QString &script, const VXRemoteAction *answer) const
+{
+    if (!answer)
+        return "a script that was not verified in time";
+    if (answer->name() != QLatin1String("verifyApplescriptResult")
+        || answer->valueForParameter(QStringLiteral("result")) != scriptAnswer(script))
+        return "a script whose verification failed";
+    const bool isWhollyVerified = script.toUtf8().size() == script.size();
+    if (!isWhollyVerified && !m_means.isOwnScript(script))
+        return "a script that is none of the user's items";
+    return m_runner.runningCount() < maximumRunningScripts ? nullptr : tooManyRun;
+}
+
 void ToolkitService::takeAnswer(const QString &script, const VXRemoteAction *answer)
 {
     --m_waitingScripts;
-    if (!answer)
-        refuse("a script that was not verified in time");
-    else if (answer->name() != QLatin1String("verifyApplescriptResult")
-             || answer->valueForParameter(QStringLiteral("result")) != scriptAnswer(script))
-        refuse("a script whose verification failed");
-    else if (m_runner.runningCount() >= maximumRunningScripts)
-        refuse("a script, as too many run");
+    if (const char *why = doubtAbout(script, answer))
+        refuse(why);
     else
         m_runner.run(script);
 }
@@ -139,7 +148,7 @@ void ToolkitService::terminate(const VXRemoteAction &action)
     const qint64 process = processId->toLongLong(&isNumber);
     if (!isNumber)
         return refuse("to quit an application without the number of its process");
-    if (const auto asked = m_quitter(process); !asked)
+    if (const auto asked = m_means.quit(process); !asked)
         qCWarning(lcCompanion).noquote() << "Not asked to quit:" << asked.error();
 }
 

@@ -30,11 +30,17 @@ public:
     /// How long no script is taken after an answer that nobody had asked for.
     static constexpr std::chrono::seconds closedAfterGuess{10};
 
-    /// Asks a process to quit; a failure is one sentence.
-    using Quitter = std::function<Result<void, QString>(qint64 processIdentifier)>;
+    /// What the service has done by others.
+    struct Means {
+        /// Asks a process to quit; a failure is one sentence.
+        std::function<Result<void, QString>(qint64 processIdentifier)> quit;
+        /// Whether a script is that of one of the user's items, letter for letter. Asked for scripts with characters
+        /// outside ASCII only: the digests leave out the end of those, so that Orbita's answer fits other scripts too.
+        std::function<bool(const QString &script)> isOwnScript;
+    };
 
     /// All that is borrowed outlives the service. \a center has its schemes already.
-    ToolkitService(VXSchemeCommunicationCenter &center, Scheduler &scheduler, ScriptRunner &runner, Quitter quitter,
+    ToolkitService(VXSchemeCommunicationCenter &center, Scheduler &scheduler, ScriptRunner &runner, Means means,
                    QObject *parent = nullptr);
     ~ToolkitService() override;
 
@@ -54,12 +60,14 @@ private:
 
     [[nodiscard]] const char *obstacleFor(const std::optional<QString> &script) const;
     void ask(const QString &script);
+    /// Whether \a answer, which may be null, lets \a script run; null for that it does, otherwise why not.
+    [[nodiscard]] const char *doubtAbout(const QString &script, const VXRemoteAction *answer) const;
     void takeAnswer(const QString &script, const VXRemoteAction *answer);
 
     VXSchemeCommunicationCenter &m_center;
     Scheduler &m_scheduler;
     ScriptRunner &m_runner;
-    Quitter m_quitter;
+    Means m_means;
     bool m_isUnderstood = false; ///< whether the address at hand reached somebody
     bool m_isClosed = false;     ///< after a guess
     int m_waitingScripts = 0;

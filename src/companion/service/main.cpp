@@ -4,8 +4,10 @@
 #include "companion/service/Lifetime.h"
 #include "companion/service/Log.h"
 #include "companion/service/OrbitaPresence.h"
+#include "companion/service/OwnScripts.h"
 #include "companion/service/ProcessScriptRunner.h"
 #include "companion/service/ToolkitService.h"
+#include "platform/Directories.h"
 #include "platform/Scheduler.h"
 #include "platform/desktop/DesktopApplication.h"
 #include "platform/desktop/FreedesktopNotifications.h"
@@ -85,7 +87,10 @@ struct Companion {
     VXSchemeCommunicationCenter center{answers, scheduler};
     FreedesktopNotifications notifications;
     ProcessScriptRunner runner{scriptProgram(), notifications};
-    ToolkitService service{center, scheduler, runner, quitApplication};
+    QString itemsFile = Directories::standard().container + u"/menuItems.plist"_s;
+    ToolkitService service{center, scheduler, runner, {quitApplication, [this](const QString &script) {
+                                                           return isOwnScript(itemsFile, script);
+                                                       }}};
     Lifetime lifetime{scheduler};
 };
 

@@ -1,12 +1,17 @@
 #include "companion/service/ToolkitService.h"
 
+#include "companion/service/OwnScripts.h"
 #include "companion/service/ScriptRunner.h"
+#include "platform/PropertyList.h"
 #include "platform/memory/MemoryScheduler.h"
 #include "platform/memory/MemoryUrlHandler.h"
-#include "support/RowName.h"
 #include "toolkit/Digest.h"
 #include "toolkit/EscapeCharacters.h"
 #include "toolkit/VXSchemeCommunicationCenter.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Orbita;
 using namespace std::chrono_literals;
@@ -67,10 +72,16 @@ protected:
     VXSchemeCommunicationCenter center{urls, scheduler};
     QList<qint64> quits;
     int ends = 0;
-    ToolkitService service{center, scheduler, runner, [this](qint64 process) -> Result<void, QString> {
-                               quits.append(process);
-                               return Failure(QStringLiteral("No."));
-                           }};
+    QTemporaryDir folder;
+    const QString items = folder.filePath(QStringLiteral("menuItems.plist"));
+    ToolkitService service{center,
+                           scheduler,
+                           runner,
+                           {[this](qint64 process) -> Result<void, QString> {
+                                quits.append(process);
+                                return Failure(QStringLiteral("No."));
+                            },
+                            [this](const QString &text) { return isOwnScript(items, text); }}};
 };
 
 TEST_F(ToolkitServiceTest, answers_with_its_version)
@@ -134,6 +145,22 @@ TEST_F(ToolkitServiceTest, runs_nothing_without_the_right_answer)
     execute();
     answer(right, lastId());
     EXPECT_EQ(runner.scripts.size(), 1);
+}
+
+TEST_F(ToolkitServiceTest, runs_no_script_that_differs_only_where_the_digest_does_not_reach)
+{
+    const QString own = QString::fromUtf8("# \u00E4\u00E4 ok");
+    const QString forged = QString::fromUtf8("# \u00E4\u00E4 rm");
+    ASSERT_EQ(scriptAnswer(forged), scriptAnswer(own));
+    const QVariantMap item{{QStringLiteral("class"), QStringLiteral("AppleScriptMenuItem")},
+                           {QStringLiteral("script"), own}};
+    const QVariantMap collection{{QStringLiteral("subitems"), QVariantList{item}}};
+    ASSERT_TRUE(PropertyList::write(items, QVariantList{collection}, PropertyList::Format::Binary).hasValue());
+    for (const QString &text : {forged, own}) {
+        execute(text);
+        answer(scriptAnswer(own), lastId());
+    }
+    EXPECT_EQ(runner.scripts, QStringList{own});
 }
 
 TEST_F(ToolkitServiceTest, asks_about_few_scripts_at_once_and_none_too_large)

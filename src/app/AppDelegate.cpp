@@ -3,6 +3,7 @@
 #include "app/CommandService.h"
 #include "app/RingPlacement.h"
 #include "app/StatusItem.h"
+#include "app/ToolkitLink.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/Stage.h"
 #include "platform/UserDefaults.h"
@@ -31,9 +32,9 @@ double restingItemSide(double ringSide, std::size_t count)
 
 } // namespace
 
-AppDelegate::AppDelegate(RingWindow &window, const ControllerServices &services, const DesktopAppearance &appearance,
-                         QObject *parent)
-    : QObject(parent), m_window(window), m_services(services), m_appearance(appearance)
+AppDelegate::AppDelegate(RingWindow &window, const ControllerServices &services, ToolkitLink &toolkit,
+                         const DesktopAppearance &appearance, QObject *parent)
+    : QObject(parent), m_window(window), m_services(services), m_toolkit(toolkit), m_appearance(appearance)
 {
 }
 
@@ -61,6 +62,8 @@ void AppDelegate::prepareAtLeisure()
     preparePictures();
     m_statusItem = std::make_unique<StatusItem>(m_appearance);
     connect(m_statusItem.get(), &StatusItem::clicked, this, &AppDelegate::showSettings);
+    connect(&m_toolkit, &ToolkitLink::quitRequested, qApp, &QApplication::quit, Qt::QueuedConnection);
+    m_toolkit.start();
 }
 
 void AppDelegate::preparePictures()
@@ -75,6 +78,7 @@ void AppDelegate::applicationWillTerminate()
 {
     m_services.settings.stopHandlers();
     m_services.defaults.synchronize();
+    m_toolkit.terminate();
 }
 
 void AppDelegate::follow(CommandService &commands)
@@ -86,6 +90,10 @@ void AppDelegate::follow(CommandService &commands)
     });
     connect(&commands, &CommandService::toggleRequested, this, &AppDelegate::toggle);
     connect(&commands, &CommandService::settingsRequested, this, &AppDelegate::showSettings);
+    connect(&commands, &CommandService::urlsOpened, this, [this](const QStringList &urls) {
+        for (const QString &url : urls)
+            m_toolkit.handleUrl(url);
+    });
     connect(&commands, &CommandService::quitRequested, qApp, &QApplication::quit, Qt::QueuedConnection);
 }
 

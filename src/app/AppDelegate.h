@@ -12,6 +12,7 @@ namespace Orbita {
 class CommandService;
 class RingWindow;
 class StatusItem;
+class ToolkitLink;
 enum class ShowEvent;
 
 /// Brings the program up, answers show and hide requests with the ring, and takes it down.
@@ -19,16 +20,16 @@ class AppDelegate final : public QObject {
     Q_OBJECT
 public:
     /// \a window is the hidden window that every ring is shown in; \a appearance is asked for the tray's colour.
-    AppDelegate(RingWindow &window, const ControllerServices &services, const DesktopAppearance &appearance,
-                QObject *parent = nullptr);
+    AppDelegate(RingWindow &window, const ControllerServices &services, ToolkitLink &toolkit,
+                const DesktopAppearance &appearance, QObject *parent = nullptr);
     ~AppDelegate() override;
 
     /// Starts to listen to triggers. A ring that was asked for need not wait for that.
     void listenToTriggers();
     /// Answers triggers and, on the very first run, opens the settings.
     void applicationDidFinishLaunching(TakesKeyboard settingsKeyboard = TakesKeyboard::Yes);
-    /// Makes what can wait until the program has nothing else to do: the native window, the pictures of the stored
-    /// entries, and the tray's icon.
+    /// Does what can wait until the program has nothing else to do: makes the native window, the pictures of the stored
+    /// entries and the tray's icon, and looks for the companion.
     void prepareAtLeisure();
     void applicationWillTerminate();
     void follow(CommandService &commands);
@@ -52,6 +53,7 @@ private:
 
     RingWindow &m_window;
     ControllerServices m_services;
+    ToolkitLink &m_toolkit;
     const DesktopAppearance &m_appearance;
     std::unique_ptr<RingWindowController> m_windowController; ///< none while no ring exists
     std::unique_ptr<SettingsStandInWindow> m_settingsWindow;

@@ -3,6 +3,7 @@
 #include "app/Log.h"
 #include "app/OrbitaApplication.h"
 #include "app/ReadySignal.h"
+#include "app/ToolkitLink.h"
 #include "app/TouchpadTrust.h"
 #include "editors/SheetItemEditors.h"
 #include "editors/WidgetDialogs.h"
@@ -16,8 +17,10 @@
 #include "platform/desktop/FileUserDefaults.h"
 #include "platform/desktop/FreedesktopAppearance.h"
 #include "platform/desktop/FreedesktopNotifications.h"
+#include "platform/desktop/GioUrlHandler.h"
 #include "platform/desktop/GioWorkspace.h"
 #include "platform/desktop/PlasmaHotKeyService.h"
+#include "platform/desktop/StartupNotifier.h"
 #include "platform/evdev/EvdevTouchEventTap.h"
 #include "platform/evdev/RecordedTouchEventTap.h"
 #include "platform/evdev/UdevInputAccess.h"
@@ -40,7 +43,7 @@
 #include "settings/triggers/TriggerMatch.h"
 #include "shortcut/MASShortcutMonitors.h"
 #include "shortcut/MASShortcutUserDefaultsHotKeys.h"
-#include "toolkit/RemoteActionSender.h"
+#include "toolkit/VXSchemeCommunicationCenter.h"
 
 #include <QCommandLineParser>
 #include <QTimer>
@@ -114,19 +117,25 @@ struct Program {
                           desktop.stage, shortcuts}};
     FreedesktopNotifications notifications;
     std::optional<TouchpadTrust> touchpadTrust;
-    UnreachableRecipient toolkit;
+    TimerScheduler scheduler;
+    GioUrlHandler urls{QDBusConnection::sessionBus(), scheduler, std::make_unique<NoStartupNotifier>()};
+    VXSchemeCommunicationCenter toolkit{urls, scheduler};
     ImageCache imageCache;
     ImageStore imageStore{directories.container};
     WidgetDialogs dialogs{desktop.stage};
     SheetItemEditors editors{desktop.stage, desktop.blur, dialogs};
     ItemServices items{desktop.workspace, desktop.runningApplications, toolkit, imageCache, imageStore, editors};
-    TimerScheduler scheduler;
+    ToolkitLink toolkitLink{
+        {toolkit, urls, desktop.workspace, dialogs, scheduler},
+        [this] { return MenuItemArray(directories.container, defaults, settings, items); },
+    };
     FrameClock clock{desktop.appearance};
     RenderedPictures pictures;
     RingWindow window{desktop.stage, desktop.blur};
     AppDelegate delegate{
         window,
         {directories.container, settings, defaults, items, {desktop.stage, clock, pictures}, scheduler},
+        toolkitLink,
         desktop.appearance};
 };
 

@@ -14,11 +14,4 @@ public:
     virtual void sendAction(const VXRemoteAction &action) = 0;
 };
 
-/// The companion of an installation that has none: never reachable, and what is sent all the same is logged.
-class UnreachableRecipient final : public RemoteActionSender {
-public:
-    [[nodiscard]] bool isRecipientReachable() const override { return false; }
-    void sendAction(const VXRemoteAction &action) override;
-};
-
 } // namespace Orbita

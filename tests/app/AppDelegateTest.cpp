@@ -13,7 +13,7 @@ namespace {
 
 struct AppDelegateTest : testing::Test {
     RingDesktop desktop;
-    AppDelegate delegate{desktop.window, desktop.controllerServices, desktop.clock.appearance};
+    AppDelegate delegate{desktop.window, desktop.controllerServices, desktop.toolkitLink, desktop.clock.appearance};
 
     AppDelegateTest()
     {

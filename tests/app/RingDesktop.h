@@ -1,11 +1,15 @@
 #pragma once
 
 #include "app/RingWindowController.h"
+#include "app/ToolkitLink.h"
+#include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryScheduler.h"
+#include "platform/memory/MemoryUrlHandler.h"
 #include "ring/ManualAnimationClock.h"
 #include "ring/RenderedPictures.h"
 #include "ring/RingWindow.h"
 #include "support/MemoryDesktop.h"
+#include "toolkit/VXSchemeCommunicationCenter.h"
 
 #include <QCoreApplication>
 
@@ -21,6 +25,13 @@ struct RingDesktop : MemoryDesktop {
     RingWindow window{stage, blur};
     ControllerServices controllerServices{container.directories().container, settings, defaults, services,
                                           {stage, clock, pictures},          scheduler};
+
+    MemoryUrlHandler urls;
+    MemoryDialogs dialogs;
+    VXSchemeCommunicationCenter center{urls, scheduler};
+    ToolkitLink toolkitLink{{center, urls, workspace, dialogs, scheduler}, [this] {
+                                return MenuItemArray(container.directories().container, defaults, settings, services);
+                            }};
 
     /// Lets every animation run to its end and its owners hear of it.
     void settle()

@@ -1,6 +1,6 @@
 #include "companion/service/ProcessScriptRunner.h"
 
-#include "companion/service/ScriptInterpreter.h"
+#include "companion/service/ShebangInterpreter.h"
 #include "platform/UserNotifications.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "companion/service/ProcessScriptRunner.h"
 
-#include "companion/service/ScriptInterpreter.h"
+#include "companion/service/ShebangInterpreter.h"
 #include "desktop/harness/Processes.h"
 #include "desktop/harness/Wait.h"
 #include "platform/memory/MemoryUserNotifications.h"
@@ -19,11 +19,11 @@ namespace {
 struct LineRow {
     const char *name;
     const char *script;
-    std::optional<ScriptInterpreter> interpreter;
+    std::optional<ShebangInterpreter> interpreter;
     bool canRun = false;
 };
 
-ScriptInterpreter interpreter(const char *program, const char *argument = "")
+ShebangInterpreter interpreter(const char *program, const char *argument = "")
 {
     return {QString::fromUtf8(program), QString::fromUtf8(argument)};
 }

@@ -1,4 +1,4 @@
-#include "companion/service/ScriptInterpreter.h"
+#include "companion/service/ShebangInterpreter.h"
 
 #include <QFileInfo>
 
@@ -15,17 +15,17 @@ QString shortened(const QString &text)
 
 } // namespace
 
-std::optional<ScriptInterpreter> interpreterOf(const QString &script)
+std::optional<ShebangInterpreter> interpreterOf(const QString &script)
 {
     if (!script.startsWith(QLatin1String("#!")))
         return std::nullopt;
     const QString line = script.section(u'\n', 0, 0).mid(2).trimmed();
     const auto isBlank = [](QChar c) { return c == u' ' || c == u'\t'; };
     const auto end = std::find_if(line.begin(), line.end(), isBlank) - line.begin();
-    return ScriptInterpreter{line.left(end), line.mid(end).trimmed()};
+    return ShebangInterpreter{line.left(end), line.mid(end).trimmed()};
 }
 
-std::optional<QString> obstacleOf(const ScriptInterpreter &interpreter)
+std::optional<QString> obstacleOf(const ShebangInterpreter &interpreter)
 {
     const QString name = shortened(interpreter.program);
     if (!interpreter.program.startsWith(u'/'))

@@ -35,8 +35,9 @@ Path folderOf(const char *name, const Path &home, const char *otherwise)
 /// Whether there is nothing at \a path but what we may replace or remove.
 bool isOurs(const Path &path)
 {
+    std::error_code error;
     const auto text = readTextFile(path);
-    return text && (text->empty() || isFilledEntry(*text));
+    return text && (isFilledEntry(*text) || !std::filesystem::exists(path, error));
 }
 
 /// Rewrites the list of default applications by \a change, if that changes anything.

@@ -53,12 +53,15 @@ TEST(Registration, leavesFilesOfOthersAlone)
     std::filesystem::remove_all(home);
     const UserFolders folders{home / "data", home / "config"};
     const auto foreign = folders.data / entryTemplates().back().path;
-    ASSERT_TRUE(writeTextFile(foreign, "foreign"));
-    EXPECT_NE(registerPrograms(folders, "/opt").value_or("").find("written by something else"), std::string::npos);
-    EXPECT_FALSE(std::filesystem::exists(folders.data / entryTemplates().front().path));
-    EXPECT_FALSE(std::filesystem::exists(folders.configuration));
-    EXPECT_EQ(unregisterPrograms(folders), std::nullopt);
-    EXPECT_EQ(readTextFile(foreign), "foreign");
+    for (const char *text : {"foreign", ""}) {
+        ASSERT_TRUE(writeTextFile(foreign, text));
+        EXPECT_NE(registerPrograms(folders, "/opt").value_or("").find("written by something else"), std::string::npos);
+        EXPECT_FALSE(std::filesystem::exists(folders.data / entryTemplates().front().path));
+        EXPECT_FALSE(std::filesystem::exists(folders.configuration));
+        EXPECT_EQ(unregisterPrograms(folders), std::nullopt);
+        EXPECT_EQ(readTextFile(foreign), text);
+        EXPECT_TRUE(std::filesystem::exists(foreign));
+    }
 }
 
 } // namespace

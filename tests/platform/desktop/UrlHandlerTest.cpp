@@ -6,6 +6,7 @@
 #include "platform/memory/MemoryScheduler.h"
 #include "platform/memory/MemoryUrlHandler.h"
 
+#include <QDBusMessage>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -107,6 +108,12 @@ TEST_F(UrlHandlerTest, AProgramThatDoesNotComeLosesItsAddressesAndIsStartedAnewF
     openAll(handler);
     static_cast<void>(probe.waitForStart());
     scheduler.advance(std::chrono::seconds(31));
+    // Now the bus has a command for it that fails.
+    PrivateSession::write(".local/share/dbus-1/services/a.service",
+                          "[D-BUS Service]\nName=org.example.Url-Test\nExec=/bin/false\n");
+    const auto daemon = u"org.freedesktop.DBus"_s;
+    QDBusConnection::sessionBus().call(
+        QDBusMessage::createMethodCall(daemon, u"/org/freedesktop/DBus"_s, daemon, u"ReloadConfig"_s));
     handler.openUrl(u"x-test:next"_s);
     static_cast<void>(probe.waitForStart());
     const Recipient recipient;

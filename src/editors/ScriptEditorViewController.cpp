@@ -37,6 +37,8 @@ ScriptEditorViewController::ScriptEditorViewController(const QString &script, co
     m_titleField->setAccessibleName(title);
     m_titleField->setTextFormat(Qt::PlainText);
     m_titleField->setFont(titleFont());
+    m_textView->setObjectName(QStringLiteral("textView"));
+    m_textView->setAccessibleName(QStringLiteral("Script"));
     m_textView->setScript(baseScript());
     layOut();
     m_updateTimer.setSingleShot(true);

@@ -2,7 +2,9 @@
 
 #include "platform/Stage.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -59,9 +61,11 @@ int WidgetDialogs::runAlert(const Alert &alert)
 
 std::optional<QString> WidgetDialogs::chooseFile(const FileRequest &request)
 {
-    QFileDialog dialog(nullptr, request.title, QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    QFileDialog dialog(nullptr, request.title, QFileInfo(pictures).isDir() ? pictures : QDir::homePath());
     // The desktop's own dialog would be a window of another library, which nothing puts above the ring.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilters({QStringLiteral("%1 (%2)").arg(request.filterName, request.namePatterns.join(u' ')),
                            QStringLiteral("All Files (*)")});

@@ -17,20 +17,13 @@
 namespace Orbita {
 namespace {
 
-struct Answer {
-    QString text;
-    bool hasImage = false;
-};
-
 class EditorsTest : public testing::Test {
 protected:
     template <typename Editor>
     Editor &show(std::unique_ptr<Editor> editor)
     {
         Editor &shown = *editor;
-        shown.setFinishHandler([this](const QString &text, const std::optional<Image> &image) {
-            answers.push_back({text, image.has_value()});
-        });
+        shown.setFinishHandler([this](const QString &text, const auto &) { answers.append(text); });
         shown.resize(700, 450);
         shown.firstField().setFocus();
         shown.show();
@@ -63,10 +56,8 @@ protected:
         }
         return names;
     }
-    static void put(const QString &clip) { QApplication::clipboard()->setText(clip); }
-
     MemoryDialogs dialogs;
-    std::vector<Answer> answers;
+    QStringList answers;
 
 private:
     std::unique_ptr<QWidget> m_editor;
@@ -79,29 +70,17 @@ TEST_F(EditorsTest, keysSaveAndDiscardAScript)
     press(Qt::Key_Return);
     press(Qt::Key_Return, Qt::ShiftModifier);
     press(Qt::Key_Tab);
-    EXPECT_TRUE(answers.empty()) << "these keys write";
+    EXPECT_TRUE(answers.isEmpty()) << "these keys write";
     press(Qt::Key_Return, Qt::ControlModifier);
     press(Qt::Key_S, Qt::ControlModifier);
     press(Qt::Key_Escape);
-    ASSERT_EQ(answers.size(), 3U);
-    EXPECT_EQ(answers[0].text, QStringLiteral("x\n\n\tto"));
-    EXPECT_EQ(answers[1].text, answers[0].text);
-    EXPECT_EQ(answers[2].text, QStringLiteral("to"));
+    ASSERT_EQ(answers.size(), 3);
+    EXPECT_EQ(answers[0], QStringLiteral("x\n\n\tto"));
+    EXPECT_EQ(answers[1], answers[0]);
+    EXPECT_EQ(answers[2], QStringLiteral("to"));
     for (int undone = 0; editor.textView().document()->isUndoAvailable() && undone < 10; ++undone)
         press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(editor.textView().script(), QStringLiteral("to")) << "colouring is nothing to undo";
-}
-
-TEST_F(EditorsTest, keysSaveAndDiscardAnAddress)
-{
-    showLink(QStringLiteral("https://old/"));
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("b "));
-    press(Qt::Key_Return);
-    press(Qt::Key_Escape);
-    ASSERT_EQ(answers.size(), 2U);
-    EXPECT_EQ(answers[0].text, QStringLiteral("b ")) << "typing replaces the address; nothing is corrected";
-    EXPECT_EQ(answers[1].text, QStringLiteral("https://old/"));
-    EXPECT_FALSE(answers[0].hasImage || answers[1].hasImage);
 }
 
 TEST_F(EditorsTest, theKeyboardReachesEveryField)
@@ -112,7 +91,7 @@ TEST_F(EditorsTest, theKeyboardReachesEveryField)
     EXPECT_EQ(walk(4, Qt::NoModifier), afterTheText + QStringList(QStringLiteral("urlField")));
     walk(2, Qt::NoModifier);
     press(Qt::Key_Return);
-    ASSERT_EQ(answers.size(), 1U);
+    ASSERT_EQ(answers.size(), 1);
     const ScriptEditorViewController &editor = showScript({});
     walk(1, Qt::ControlModifier);
     EXPECT_EQ(walk(2, Qt::NoModifier), afterTheText.mid(1));
@@ -127,17 +106,17 @@ TEST_F(EditorsTest, textsOfAnyKindComeThrough)
     ScriptTextView &view = showScript(QStringLiteral("a\r\nb\rc")).textView();
     EXPECT_EQ(view.script(), QStringLiteral("a\nb\nc"));
     view.selectAll();
-    put(u"1\r\n2\u20283\u20294\u00A0\xD800"_qs + QChar(u'\0') + u'5');
+    QApplication::clipboard()->setText(u"1\r\n2\u20283\u20294\u00A0\xD800"_qs + QChar(u'\0') + u'5');
     view.paste();
     EXPECT_EQ(view.script(), u"1\n2\n3\n4\u00A0\xD800"_qs + QChar(u'\0') + u'5');
 
     QLineEdit &field = showLink(QStringLiteral("https://x")).urlField();
     const QString address = QStringLiteral("https://") + QStringLiteral("long/").repeated(20'000);
-    put(address + QStringLiteral("\r\n"));
+    QApplication::clipboard()->setText(address + QStringLiteral("\r\n"));
     field.paste();
     press(Qt::Key_Return);
-    ASSERT_FALSE(answers.empty());
-    EXPECT_EQ(answers.back().text, address);
+    ASSERT_FALSE(answers.isEmpty());
+    EXPECT_EQ(answers.back(), address);
 }
 
 QList<QTextLayout::FormatRange> formats(const ScriptTextView &view, int line)

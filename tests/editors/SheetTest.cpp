@@ -4,6 +4,7 @@
 #include "platform/memory/MemoryStage.h"
 #include "support/RowName.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -74,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(
         WayOut{"the event loops end", [](QWidget &) { QCoreApplication::exit(); }, "old"}),
     rowName<WayOut>);
 
-TEST_F(SheetTest, isReadableOnADarkDesktop)
+TEST_F(SheetTest, isReadableOnADarkDesktopAndNamedForScreenReaders)
 {
     const QPalette usual = QApplication::palette();
     QPalette dark(Qt::black, Qt::black);
@@ -88,6 +89,11 @@ TEST_F(SheetTest, isReadableOnADarkDesktop)
             EXPECT_EQ(child->palette().color(QPalette::Text), QColor(Qt::black));
         for (const QWidget *child : sheet->findChildren<QLabel *>())
             EXPECT_EQ(child->palette().color(QPalette::WindowText), QColor(Qt::black));
+        for (QWidget *child : sheet->findChildren<QWidget *>()) {
+            const QAccessibleInterface *access = QAccessible::queryAccessibleInterface(child);
+            const bool isReached = child->focusPolicy() & Qt::TabFocus;
+            EXPECT_TRUE(!isReached || !access->text(QAccessible::Name).isEmpty()) << qPrintable(child->objectName());
+        }
         sheet->close();
     });
     editors.editScript({}, QStringLiteral("Apple Script - x"), {}, [](const QString &, const auto &) {});

@@ -13,6 +13,7 @@
 #include <csignal>
 
 using namespace Orbita;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -22,11 +23,6 @@ struct LineRow {
     std::optional<ShebangInterpreter> interpreter;
     bool canRun = false;
 };
-
-ShebangInterpreter interpreter(const char *program, const char *argument = "")
-{
-    return {QString::fromUtf8(program), QString::fromUtf8(argument)};
-}
 
 class FirstLine : public testing::TestWithParam<LineRow> {};
 
@@ -39,14 +35,16 @@ TEST_P(FirstLine, names_the_interpreter)
 
 INSTANTIATE_TEST_SUITE_P(
     , FirstLine,
-    testing::Values(LineRow{"none", "beep", {}}, LineRow{"not at the start", "\n#!/bin/sh", {}},
-                    LineRow{"plain", "#!/bin/sh\nexit", interpreter("/bin/sh"), true},
-                    LineRow{"blanks and a carriage return", "#! \t/bin/sh \r\n", interpreter("/bin/sh"), true},
-                    LineRow{"one argument", "#!/usr/bin/env  -S sh -e", interpreter("/usr/bin/env", "-S sh -e"), true},
-                    LineRow{"nothing", "#!", interpreter("")}, LineRow{"relative", "#!sh", interpreter("sh")},
-                    LineRow{"a folder", "#!/bin", interpreter("/bin")},
-                    LineRow{"no program", "#!/etc/passwd", interpreter("/etc/passwd")},
-                    LineRow{"missing", "#!/no/such", interpreter("/no/such")}),
+    testing::Values(
+        LineRow{"none", "beep", {}}, LineRow{"not at the start", "\n#!/bin/sh", {}},
+        LineRow{"plain", "#!/bin/sh\nexit", ShebangInterpreter{u"/bin/sh"_s, {}}, true},
+        LineRow{"blanks and a carriage return", "#! \t/bin/sh \r\n", ShebangInterpreter{u"/bin/sh"_s, {}}, true},
+        LineRow{"one argument", "#!/usr/bin/env  -S sh -e", ShebangInterpreter{u"/usr/bin/env"_s, u"-S sh -e"_s}, true},
+        LineRow{"nothing", "#!", ShebangInterpreter{u""_s, {}}},
+        LineRow{"relative", "#!sh", ShebangInterpreter{u"sh"_s, {}}},
+        LineRow{"a folder", "#!/bin", ShebangInterpreter{u"/bin"_s, {}}},
+        LineRow{"no program", "#!/etc/passwd", ShebangInterpreter{u"/etc/passwd"_s, {}}},
+        LineRow{"missing", "#!/no/such", ShebangInterpreter{u"/no/such"_s, {}}}),
     rowName<LineRow>);
 
 class ProcessScriptRunnerTest : public testing::Test {
@@ -54,28 +52,24 @@ protected:
     ProcessScriptRunnerTest()
     {
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder.path()));
-        runner.emplace(QStringLiteral("/bin/sh"), notifications); // reads its standard input too
+        runner.emplace(u"/bin/sh"_s, notifications); // reads its standard input too
     }
 
     void run(const QString &script) { runner->run(QString(script).replace(QLatin1String("%1"), folder.path())); }
     [[nodiscard]] bool has(const QString &file) const { return QFile::exists(folder.filePath(file)); }
     void waitForEnd()
     {
-        waitUntil([this] { return runner->runningCount() == 0; }, QStringLiteral("all scripts had ended"));
-    }
-    void waitFor(const QString &file)
-    {
-        waitUntil([&] { return has(file); }, file);
+        waitUntil([this] { return runner->runningCount() == 0; }, u"all scripts had ended"_s);
     }
     [[nodiscard]] QByteArray content(const QString &name) const
     {
         QFile file(folder.filePath(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    [[nodiscard]] qint64 number(const QString &file) const { return content(file).trimmed().toLongLong(); }
+    [[nodiscard]] qint64 number(const char *file) const { return content(QLatin1String(file)).trimmed().toLongLong(); }
     [[nodiscard]] QStringList leftScripts() const
     {
-        return QDir(folder.filePath(QStringLiteral("orbita-toolkit"))).entryList(QDir::Files);
+        return QDir(folder.filePath(u"orbita-toolkit"_s)).entryList(QDir::Files);
     }
 
     QTemporaryDir folder;
@@ -89,9 +83,9 @@ TEST_F(ProcessScriptRunnerTest, runs_a_script_from_a_private_file_at_home)
         "#!/bin/sh -u\nstat -c %a $0 > %1/mode; pwd > %1/folder; echo \"$(ps -o sid= $$) $$\" > %1/ids"));
     EXPECT_EQ(leftScripts().size(), 1);
     waitForEnd();
-    EXPECT_EQ(content(QStringLiteral("mode")), "600\n");
-    EXPECT_EQ(QString::fromUtf8(content(QStringLiteral("folder")).trimmed()), QDir::homePath());
-    const auto ids = content(QStringLiteral("ids")).simplified().split(' ');
+    EXPECT_EQ(content(u"mode"_s), "600\n");
+    EXPECT_EQ(QString::fromUtf8(content(u"folder"_s).trimmed()), QDir::homePath());
+    const auto ids = content(u"ids"_s).simplified().split(' ');
     EXPECT_EQ(ids.value(0), ids.value(1)) << "a session of its own";
     EXPECT_TRUE(leftScripts().isEmpty());
     EXPECT_TRUE(notifications.notifications.isEmpty());
@@ -99,9 +93,9 @@ TEST_F(ProcessScriptRunnerTest, runs_a_script_from_a_private_file_at_home)
 
 TEST_F(ProcessScriptRunnerTest, gives_any_other_script_to_its_program)
 {
-    run(QStringLiteral("echo 'quotes \" and $x' > %1/written"));
+    run(u"echo 'quotes \" and $x' > %1/written"_s);
     waitForEnd();
-    EXPECT_EQ(content(QStringLiteral("written")), "quotes \" and $x\n");
+    EXPECT_EQ(content(u"written"_s), "quotes \" and $x\n");
 }
 
 TEST_F(ProcessScriptRunnerTest, tells_the_user_why_a_script_failed)
@@ -126,13 +120,13 @@ TEST_F(ProcessScriptRunnerTest, stops_what_a_script_has_started_even_against_its
 {
     run(QStringLiteral("#!/bin/sh\ntrap '' TERM; sh -c 'trap \"\" TERM; echo $$ > %1/child; while :; do :; done' &\n"
                        "echo $$ > %1/parent; while :; do :; done"));
-    run(QStringLiteral("#!/bin/sh\necho $$ > %1/mild; exec sleep 600"));
+    run(u"#!/bin/sh\necho $$ > %1/mild; exec sleep 600"_s);
     for (const char *file : {"child", "parent", "mild"})
-        waitUntil([&] { return number(QLatin1String(file)) > 0; }, QLatin1String(file));
+        waitUntil([&] { return number(file) > 0; }, QLatin1String(file));
     runner->stopAll();
     waitForEnd();
     for (const char *file : {"child", "parent", "mild"})
-        EXPECT_TRUE(eventually([&] { return hasEnded(number(QLatin1String(file))); })) << file;
+        EXPECT_TRUE(eventually([&] { return hasEnded(number(file)); })) << file;
     EXPECT_TRUE(notifications.notifications.isEmpty()) << "nobody has to be told of what was asked for";
     EXPECT_TRUE(leftScripts().isEmpty());
 }
@@ -140,32 +134,32 @@ TEST_F(ProcessScriptRunnerTest, stops_what_a_script_has_started_even_against_its
 TEST_F(ProcessScriptRunnerTest, leaves_running_what_a_script_leaves_running)
 {
     // What is left writes on when the script has ended, and must not be ended by that.
-    run(QStringLiteral("#!/bin/sh\n{ while [ ! -e %1/go ]; do sleep 0.01; done; echo text; touch %1/lived; } &\n"));
+    run(u"#!/bin/sh\n{ while [ ! -e %1/go ]; do sleep 0.01; done; echo text; touch %1/lived; } &\n"_s);
     waitForEnd();
-    QFile(folder.filePath(QStringLiteral("go"))).open(QIODevice::WriteOnly);
-    waitFor(QStringLiteral("lived"));
+    QFile(folder.filePath(u"go"_s)).open(QIODevice::WriteOnly);
+    waitUntil([this] { return has(u"lived"_s); }, u"it wrote"_s);
 }
 
 TEST_F(ProcessScriptRunnerTest, passes_on_so_much_of_endless_output)
 {
     testing::internal::CaptureStderr();
-    run(QStringLiteral("#!/bin/sh\nhead -c 5000000 /dev/zero; touch %1/done"));
+    run(u"#!/bin/sh\nhead -c 5000000 /dev/zero; touch %1/done"_s);
     waitForEnd();
     const std::string passedOn = testing::internal::GetCapturedStderr();
-    EXPECT_TRUE(has(QStringLiteral("done")));
+    EXPECT_TRUE(has(u"done"_s));
     EXPECT_GE(passedOn.size(), std::size_t(ScriptOutput::maximumSize));
     EXPECT_LE(passedOn.size(), std::size_t(ScriptOutput::maximumSize) + 200);
 }
 
 TEST_F(ProcessScriptRunnerTest, ends_its_scripts_and_removes_what_a_crash_left)
 {
-    run(QStringLiteral("#!/bin/sh\necho $$ > %1/endless; while :; do :; done"));
-    waitUntil([&] { return number(QStringLiteral("endless")) > 0; }, QStringLiteral("it ran"));
-    QFile left(folder.filePath(QStringLiteral("orbita-toolkit/script-left")));
+    run(u"#!/bin/sh\necho $$ > %1/endless; while :; do :; done"_s);
+    waitUntil([&] { return number("endless") > 0; }, u"it ran"_s);
+    QFile left(folder.filePath(u"orbita-toolkit/script-left"_s));
     EXPECT_TRUE(left.open(QIODevice::WriteOnly));
     runner.reset();
-    EXPECT_TRUE(eventually([&] { return hasEnded(number(QStringLiteral("endless"))); }));
-    runner.emplace(QStringLiteral("/bin/sh"), notifications);
+    EXPECT_TRUE(eventually([&] { return hasEnded(number("endless")); }));
+    runner.emplace(u"/bin/sh"_s, notifications);
     EXPECT_TRUE(leftScripts().isEmpty());
 }
 

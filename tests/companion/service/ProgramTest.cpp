@@ -11,22 +11,23 @@
 #include <gtest/gtest.h>
 
 using namespace Orbita;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString toolkit = QStringLiteral("org.orbita.Toolkit");
-const QString program = QStringLiteral("orbita-toolkit");
-const QString script = QStringLiteral("#!/bin/sh\ntouch \"$HOME/ran\"; exec sleep 600");
+const QString toolkit = u"org.orbita.Toolkit"_s;
+const QString program = u"orbita-toolkit"_s;
+const QString script = u"#!/bin/sh\ntouch \"$HOME/ran\"; exec sleep 600"_s;
 
 /// A desktop where the test stands for Orbita.
 class ToolkitProgram : public testing::Test {
 protected:
     ToolkitProgram()
     {
-        session.folders().installApplication(QStringLiteral("org.orbita.Orbita"),
+        session.folders().installApplication(u"org.orbita.Orbita"_s,
                                              "[Desktop Entry]\nType=Application\nName=Orbita\nExec=true %U\n"
                                              "DBusActivatable=true\nMimeType=x-scheme-handler/orbita-com;\n");
-        session.folders().write(session.folders().configuration() + QStringLiteral("/mimeapps.list"),
+        session.folders().write(session.folders().configuration() + u"/mimeapps.list"_s,
                                 "[Default Applications]\nx-scheme-handler/orbita-com=org.orbita.Orbita.desktop\n");
         QObject::connect(&orbita, &DesktopApplication::opened, &orbita,
                          [this](const QStringList &urls) { got += urls; });
@@ -34,60 +35,58 @@ protected:
 
     void send(const VXRemoteAction &action) const
     {
-        const QString url
-            = program + QStringLiteral("-com:") + stringByAddingEscapeCharacters(action.jsonRepresentation());
-        session.bus().call(toolkit, DesktopApplication::objectPath(toolkit), application, QStringLiteral("Open"),
-                           {QStringList{url}, QVariantMap()});
+        const QString url = program + u"-com:"_s + stringByAddingEscapeCharacters(action.jsonRepresentation());
+        session.bus().call(toolkit, DesktopApplication::objectPath(toolkit), u"org.freedesktop.Application"_s,
+                           u"Open"_s, {QStringList{url}, QVariantMap()});
     }
     void execute() const
     {
-        VXRemoteAction action(QStringLiteral("executeApplescript"));
-        action.setValueForParameter(script, QStringLiteral("script"));
+        VXRemoteAction action(u"executeApplescript"_s);
+        action.setValueForParameter(script, u"script"_s);
         send(action);
     }
     /// Answers the question that came last.
     void vouch() const
     {
         auto action = *VXRemoteAction::fromJson(*stringByRemovingEscapeCharacters(got.last().section(u':', 1)));
-        action.setName(QStringLiteral("verifyApplescriptResult"));
-        action.setValueForParameter(scriptAnswer(script), QStringLiteral("result"));
+        action.setName(u"verifyApplescriptResult"_s);
+        action.setValueForParameter(scriptAnswer(script), u"result"_s);
         send(action);
     }
-    [[nodiscard]] bool hasRun() const { return QFile::exists(session.folders().home() + QStringLiteral("/ran")); }
+    [[nodiscard]] bool hasRun() const { return QFile::exists(session.folders().home() + u"/ran"_s); }
 
-    const QString application = QStringLiteral("org.freedesktop.Application");
     DesktopSession session{{.windowManager = WindowManager::None}};
-    DesktopApplication orbita{QStringLiteral("org.orbita.Orbita")};
+    DesktopApplication orbita{u"org.orbita.Orbita"_s};
     QStringList got;
 };
 
 TEST_F(ToolkitProgram, runs_a_script_that_orbita_vouches_for_and_ends_in_good_order)
 {
     ASSERT_EQ(orbita.registerOn(session.bus().connection()), DesktopApplication::Registration::Registered);
-    Program &service = session.start(program, {QStringLiteral("--service")});
+    Program &service = session.start(program, {u"--service"_s});
     session.bus().waitForName(toolkit);
     execute();
-    waitUntil([this] { return got.value(got.size() - 1).size() > 20; }, QStringLiteral("the question came"));
+    waitUntil([this] { return got.value(got.size() - 1).size() > 20; }, u"the question came"_s);
     EXPECT_FALSE(hasRun());
     vouch();
-    waitUntil([this] { return hasRun(); }, QStringLiteral("the script ran"));
-    EXPECT_EQ(session.start(program, {QStringLiteral("--stop-scripts")}).waitForExit(), 0);
-    waitUntil([&] { return QDir(session.folders().runtime() + QStringLiteral("/orbita-toolkit")).isEmpty(); },
-              QStringLiteral("the script was stopped"));
+    waitUntil([this] { return hasRun(); }, u"the script ran"_s);
+    EXPECT_EQ(session.start(program, {u"--stop-scripts"_s}).waitForExit(), 0);
+    waitUntil([&] { return QDir(session.folders().runtime() + u"/orbita-toolkit"_s).isEmpty(); },
+              u"the script was stopped"_s);
     EXPECT_TRUE(service.isRunning());
     EXPECT_EQ(service.terminate(), 0);
 }
 
 TEST_F(ToolkitProgram, hands_addresses_to_the_instance_that_runs_and_does_not_start_orbita)
 {
-    EXPECT_EQ(session.start(program, {QStringLiteral("--stop-scripts")}).waitForExit(), 1) << "none runs";
+    EXPECT_EQ(session.start(program, {u"--stop-scripts"_s}).waitForExit(), 1) << "none runs";
     Program &service = session.start(program);
     session.bus().waitForName(toolkit);
-    EXPECT_EQ(session.start(program, {program + QStringLiteral("-com:nonsense")}).waitForExit(), 0);
-    service.waitForOutput(QStringLiteral("Refused: an address that holds no action"));
+    EXPECT_EQ(session.start(program, {program + u"-com:nonsense"_s}).waitForExit(), 0);
+    service.waitForOutput(u"Refused: an address that holds no action"_s);
     execute();
-    service.waitForOutput(QStringLiteral("Orbita does not run"));
-    send(VXRemoteAction(QStringLiteral("terminate")));
+    service.waitForOutput(u"Orbita does not run"_s);
+    send(VXRemoteAction(u"terminate"_s));
     EXPECT_EQ(service.waitForExit(), 0);
 }
 

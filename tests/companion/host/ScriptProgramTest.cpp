@@ -1,0 +1,145 @@
+#include "desktop/harness/Session.h"
+#include "desktop/harness/Wait.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace Orbita {
+
+namespace {
+
+/// A desktop on which scripts run.
+class ScriptProgram : public testing::Test {
+protected:
+    DesktopSession desktop;
+
+    /// Starts `orbita-script` with \a script. A "%1" in it is the session's home.
+    Program &start(const QString &script, const QProcessEnvironment &environment = {})
+    {
+        const QString file = desktop.folders().write(u"script"_s, script.toUtf8().replace("%1", home().toUtf8()));
+        // The shell is replaced by the program, which then has its process number.
+        return desktop.start(u"sh"_s, {u"-c"_s, u"exec orbita-script <\"$0\""_s, file}, environment);
+    }
+    /// The last line that \a script wrote; it has to end with \a status.
+    QString run(const QString &script, int status = 0, const QProcessEnvironment &environment = {})
+    {
+        Program &program = start(script, environment);
+        EXPECT_EQ(program.waitForExit(), status) << program.lines().join(u'\n').toStdString();
+        return program.lines().value(program.lines().size() - 1);
+    }
+    [[nodiscard]] QString home() const { return desktop.folders().home(); }
+    WindowInfo dialog()
+    {
+        WindowInfo window = desktop.windows().waitForWindow(u"orbita-script"_s);
+        waitUntil([&] { return desktop.windows().activeWindow() == window.id; }, u"the dialog has the keyboard"_s);
+        desktop.windows().waitUntilHandled(window.id);
+        return window;
+    }
+    [[nodiscard]] QByteArray fileWritten(const QString &name) const
+    {
+        QFile file(home() + u'/' + name);
+        EXPECT_TRUE(eventually([&] { return file.exists() && file.size() > 0; })) << name.toStdString();
+        return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+    }
+};
+
+TEST_F(ScriptProgram, AsksInADialogThatComesToTheFront)
+{
+    Program &script = start(u"display dialog \"Name?\" default answer \"\"\nlog text returned of result"_s);
+    dialog();
+    desktop.input().type(u"Ada"_s);
+    desktop.input().tap(u"Return"_s);
+    EXPECT_EQ(script.waitForExit(), 0);
+    EXPECT_TRUE(script.lines().contains(u"Ada"_s));
+
+    Program &cancelled = start(u"display dialog \"Go on?\"\nlog \"went on\""_s);
+    dialog();
+    desktop.input().tap(u"Escape"_s);
+    EXPECT_EQ(cancelled.waitForExit(), 0);
+    EXPECT_FALSE(cancelled.lines().contains(u"went on"_s));
+}
+
+TEST_F(ScriptProgram, ShowsAProblemInADialog)
+{
+    for (const QString &script : {u"if 1 display"_s, u"log 1\nerror \"No.\""_s, u"say \u0000"_s}) {
+        Program &program = start(script);
+        dialog();
+        desktop.input().tap(u"Return"_s);
+        EXPECT_EQ(program.waitForExit(), 1);
+    }
+}
+
+TEST_F(ScriptProgram, WritesAProblemWhereThereIsNoDisplay)
+{
+    QProcessEnvironment blind;
+    blind.insert(u"DISPLAY"_s, QString());
+    EXPECT_EQ(run(u"do shell script \"exit 3\""_s, 1, blind),
+              u"orbita-script: line 1: The command ended with the status 3."_s);
+    EXPECT_TRUE(run(u"display dialog \"Hello\""_s, 1, blind).contains(u"no display"_s));
+    EXPECT_EQ(run(u"log 1 + 1"_s, 0, blind), u"2"_s);
+}
+
+TEST_F(ScriptProgram, LeavesItsTextOnTheClipboard)
+{
+    const qsizetype before = desktop.processes().all().size();
+    run(u"set the clipboard to \"Grüße\" & return & \"zwei\""_s);
+    EXPECT_EQ(desktop.processes().all().size(), before + 1) << "somebody hands it out";
+    EXPECT_EQ(run(u"if (the clipboard) is \"Grüße\" & return & \"zwei\" then log \"same\""_s), u"same"_s);
+    run(u"set the clipboard to \"\""_s);
+    EXPECT_EQ(run(u"log \"<\" & (the clipboard) & \">\""_s), u"<>"_s);
+    EXPECT_TRUE(eventually([&] { return desktop.processes().all().size() <= before + 1; }))
+        << "the first one has ended";
+}
+
+TEST_F(ScriptProgram, EndsAtOnceWithWhatItStarted)
+{
+    Program &loop = start(u"log \"looping\"\nrepeat\nend repeat"_s);
+    loop.waitForOutput(u"looping"_s);
+    EXPECT_EQ(loop.terminate(), 128 + SIGTERM);
+
+    Program &shell = start(u"do shell script \"(echo $$ >%1/pid; sleep 1000); true\""_s);
+    const qint64 pid = fileWritten(u"pid"_s).toLongLong();
+    ASSERT_FALSE(hasEnded(pid));
+    const qsizetype others = desktop.processes().all().size();
+    EXPECT_EQ(shell.terminate(), 128 + SIGTERM);
+    EXPECT_TRUE(eventually([&] { return hasEnded(pid) && desktop.processes().all().size() <= others - 3; }))
+        << "the script, the shell and what that had started";
+}
+
+TEST_F(ScriptProgram, DoesNotOutliveItsDisplay)
+{
+    XServer display({640, 480}, desktop.environment());
+    QProcessEnvironment environment;
+    environment.insert(u"DISPLAY"_s, QString::fromLatin1(display.display()));
+    Program &script = start(u"display dialog \"Still there?\""_s, environment);
+    {
+        const XConnection connection(display.display());
+        Windows(connection).waitForWindow(u"orbita-script"_s);
+    }
+    display.program().kill();
+    EXPECT_NE(script.waitForExit(), 0);
+}
+
+TEST_F(ScriptProgram, StartsActivatesAndQuitsAnApplication)
+{
+    desktop.folders().installApplication(u"org.example.Plain"_s,
+                                         "[Desktop Entry]\nType=Application\nName=Plain\nStartupWMClass=Plain\n"
+                                         "Exec=sh -c \"echo [$QT_QPA_PLATFORM] >"
+                                             + home().toUtf8() + "/platform; exec plain-window --class Plain\"\n");
+    run(u"tell application \"Plain\" to activate\nif application \"Plain\" is running then log \"runs\""_s);
+    EXPECT_EQ(fileWritten(u"platform"_s), "[]");
+    const WindowInfo window = desktop.windows().waitForWindow(u"Plain"_s);
+    EXPECT_EQ(run(u"tell application \"Plain\" to activate\nif application \"Plain\" is running then log \"runs\""_s),
+              u"runs"_s);
+    run(u"tell application \"Plain\" to quit"_s);
+    EXPECT_TRUE(eventually([&] { return hasEnded(window.pid); }));
+}
+
+} // namespace
+
+} // namespace Orbita

@@ -37,6 +37,10 @@ ScriptResult<void> checked(const Result<void, Error> &result, const QString &wha
         return fail(ScriptFailure::notFound, u"There is nothing at %1."_s.arg(quoted(what)));
     case Error::NoApplication:
         return fail(ScriptFailure::general, u"No application is installed that opens %1."_s.arg(quoted(what)));
+    case Error::Untrusted:
+        return fail(
+            ScriptFailure::general,
+            u"%1 would start an application that is neither installed nor marked executable."_s.arg(quoted(what)));
     case Error::LaunchFailed:
     case Error::Unsupported:
         break;

@@ -162,7 +162,8 @@ ValueList toList(const Value &value)
 QStringList toTexts(const Value &value, const TextRules &rules)
 {
     QStringList texts;
-    for (const Value &item : toList(value).items())
+    const ValueList list = toList(value);
+    for (const Value &item : list.items())
         texts.append(toText(item, rules));
     return texts;
 }

@@ -8,7 +8,6 @@ using Subject = CommandSyntax::Subject;
 constexpr auto flag = CommandOption::Kind::Flag;
 constexpr auto name = CommandOption::Kind::Name;
 
-// An option whose first words are another's stands before it.
 const CommandSyntax table[] = {
     {"display dialog",
      Subject::Required,

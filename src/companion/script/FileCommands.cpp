@@ -84,7 +84,8 @@ Value openFiles(CommandContext &context, Arguments arguments)
 {
     const auto *application = context.target.as<ApplicationName>();
     QStringList paths;
-    for (const Value &file : toList(*arguments.subject()).items())
+    const ValueList files = toList(*arguments.subject());
+    for (const Value &file : files.items())
         paths.append(absolutePath(context, file));
     if (!paths.isEmpty())
         orThrow(context.host.open(application ? application->name : QString(), paths));
@@ -93,7 +94,8 @@ Value openFiles(CommandContext &context, Arguments arguments)
 
 Value reveal(CommandContext &context, Arguments arguments)
 {
-    for (const Value &file : toList(*arguments.subject()).items())
+    const ValueList files = toList(*arguments.subject());
+    for (const Value &file : files.items())
         orThrow(context.host.reveal(absolutePath(context, file)));
     return MissingValue();
 }

@@ -86,7 +86,7 @@ std::optional<ElementStep> ExpressionParser::acceptElement()
     if (auto ordinal = acceptOrdinal())
         return ordinal;
     const auto [element, length] = elementNames().find(m_cursor);
-    if (!element)
+    if (!element || propertyPhrases().find(m_cursor).first) // "text item delimiters" is no text item
         return {};
     if (element->isPlural && isOf(m_cursor.peek(length))) {
         m_cursor.skip(length);

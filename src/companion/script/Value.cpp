@@ -34,7 +34,7 @@ const Value &ValueList::at(qsizetype index) const
     return m_data->items[size_t(index)];
 }
 
-const std::vector<Value> &ValueList::items() const
+const std::vector<Value> &ValueList::items() const &
 {
     static const std::vector<Value> none;
     return m_data ? m_data->items : none;

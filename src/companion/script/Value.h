@@ -43,7 +43,8 @@ public:
 
     [[nodiscard]] qsizetype size() const;
     [[nodiscard]] const Value &at(qsizetype index) const; ///< \a index from 0 to below size()
-    [[nodiscard]] const std::vector<Value> &items() const;
+    [[nodiscard]] const std::vector<Value> &items() const &;
+    void items() const && = delete;            ///< would be gone before it is gone through
     void insert(qsizetype index, Value value); ///< \a index from 0 to size()
     void replace(qsizetype index, Value value);
 

@@ -16,7 +16,7 @@ struct CommandOption {
         Flag, ///< `with x`, `without x`, or `x` and an expression
         Name  ///< a word of its own, as in `with icon note`, or an expression that is no word
     };
-    const char *phrase; ///< without the "with" of a flag
+    const char *phrase; ///< in lower case; without the "with" of a flag
     Kind kind = Kind::Expression;
 };
 
@@ -25,7 +25,7 @@ struct CommandSyntax {
     /// What follows the command's own words; Name as for options.
     enum class Subject { None, Optional, Required, Name };
 
-    const char *phrase;
+    const char *phrase; ///< in lower case
     Subject subject;
     std::vector<CommandOption> options;
     Value (*run)(CommandContext &context, const CommandArguments &arguments);

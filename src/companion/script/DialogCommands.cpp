@@ -130,7 +130,7 @@ Value chooseFromList(CommandContext &context, Arguments arguments)
     request.title = withLineFeeds(arguments.text("with title"));
     request.prompt = withLineFeeds(arguments.text("with prompt"));
     request.defaultItems = shownTexts(arguments.texts("default items"));
-    request.okButtonName = arguments.text("OK button name");
+    request.okButtonName = arguments.text("ok button name");
     request.cancelButtonName = arguments.text("cancel button name");
     request.allowsMultiple = arguments.flag("multiple selections allowed");
     request.allowsEmpty = arguments.flag("empty selection allowed");

@@ -169,7 +169,8 @@ void Lexer::readQuotedName()
     }
     if (m_position == start)
         refuse(m_line, QStringLiteral("A name was expected between \"|\" and \"|\"."));
-    m_tokens.push_back({TokenKind::QuotedName, m_line, m_source.sliced(start, m_position - start)});
+    const QStringView name = m_source.sliced(start, m_position - start);
+    m_tokens.push_back({TokenKind::QuotedName, m_line, name, name.toString().toLower()});
     ++m_position;
 }
 
@@ -204,6 +205,7 @@ void Lexer::readWord()
     while (isWordCharacter(at(length)))
         ++length;
     add(TokenKind::Word, length);
+    m_tokens.back().name = m_tokens.back().text.toString().toLower();
 }
 
 void Lexer::readSymbol()

@@ -74,7 +74,7 @@ std::optional<Step> ExpressionParser::acceptProperty()
     if (!token.isName() || !m_cursor.isWord("of", 1) || commands().find(m_cursor).first)
         return {};
     const auto [element, elementLength] = elementNames().find(m_cursor);
-    const QString name = token.text.toString().toLower();
+    const QString name = token.name;
     if ((element && element->isPlural) || (token.kind == TokenKind::Word && isReserved(name)))
         return {};
     m_cursor.skip(2);

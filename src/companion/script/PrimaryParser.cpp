@@ -164,7 +164,7 @@ ExpressionPtr ExpressionParser::acceptFileOrApplication()
 ExpressionPtr ExpressionParser::parseName()
 {
     const Token &token = m_cursor.peek();
-    if (token.kind == TokenKind::Word && isReserved(token.text.toString().toLower()))
+    if (token.kind == TokenKind::Word && isReserved(token.name))
         m_cursor.failExpecting(QStringLiteral("an expression"));
     QString name = m_cursor.expectName();
     if (m_cursor.peek().isSymbol(u"("))
@@ -197,7 +197,7 @@ bool ExpressionParser::startsOperand(size_t ahead) const
     case TokenKind::QuotedName:
         return true;
     case TokenKind::Word:
-        return !isReserved(token.text.toString().toLower());
+        return !isReserved(token.name);
     case TokenKind::Symbol:
         return token.isSymbol(u"(") || token.isSymbol(u"{");
     default:

@@ -28,7 +28,7 @@ StatementParser::Rule StatementParser::ruleFor(const TokenCursor &cursor)
     const Token &token = cursor.peek();
     if (token.kind != TokenKind::Word || commands().find(cursor).first)
         return &StatementParser::parseEvaluation;
-    return rules.value(token.text.toString().toLower(), &StatementParser::parseEvaluation);
+    return rules.value(token.name, &StatementParser::parseEvaluation);
 }
 
 Statement StatementParser::parseStatement()

@@ -11,11 +11,9 @@ struct Token {
     TokenKind kind = TokenKind::EndOfScript;
     int line = 1;
     QStringView text; ///< as written; without what surrounds it for a QuotedName and a Text
+    QString name{};   ///< of a Word and a QuotedName, in lower case: it is looked up many times
 
-    [[nodiscard]] bool isWord(QLatin1String word) const
-    {
-        return kind == TokenKind::Word && text.compare(word, Qt::CaseInsensitive) == 0;
-    }
+    [[nodiscard]] bool isWord(QLatin1String word) const { return kind == TokenKind::Word && name == word; }
     [[nodiscard]] bool isSymbol(QStringView symbol) const { return kind == TokenKind::Symbol && text == symbol; }
     [[nodiscard]] bool isEnd() const { return kind == TokenKind::EndOfLine || kind == TokenKind::EndOfScript; }
     [[nodiscard]] bool isName() const { return kind == TokenKind::Word || kind == TokenKind::QuotedName; }

@@ -84,7 +84,7 @@ QString TokenCursor::expectName()
 {
     if (!peek().isName())
         failExpecting(QStringLiteral("a name"));
-    return next().text.toString().toLower();
+    return next().name;
 }
 
 void TokenCursor::failExpecting(const QString &what) const

@@ -20,7 +20,8 @@ public:
     void skip(size_t count) { m_position += count; }
 
     [[nodiscard]] bool isWord(const char *word, size_t ahead = 0) const;
-    /// How many tokens make up \a phrase, words with single blanks between, that many places ahead; 0 where it is not.
+    /// How many tokens make up \a phrase, lower-case words with single blanks between, that many places ahead; 0 where
+    /// it is not.
     [[nodiscard]] size_t phraseLength(const char *phrase, size_t ahead = 0) const;
     bool acceptPhrase(const char *phrase);
     bool acceptSymbol(const char16_t *symbol);

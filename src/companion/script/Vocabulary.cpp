@@ -12,7 +12,7 @@ template <typename T>
 PhraseTable<T>::PhraseTable(const std::vector<Row> &rows)
 {
     for (const Row &row : rows)
-        m_rows[QString::fromLatin1(row.first).section(QLatin1Char(' '), 0, 0).toLower()].push_back(row);
+        m_rows[QString::fromLatin1(row.first).section(QLatin1Char(' '), 0, 0)].push_back(row);
 }
 
 template <typename T>
@@ -22,7 +22,7 @@ std::pair<const T *, size_t> PhraseTable<T>::find(const TokenCursor &cursor, siz
     const Token &token = cursor.peek(ahead);
     if (token.kind != TokenKind::Word)
         return found;
-    const auto rows = m_rows.constFind(token.text.toString().toLower());
+    const auto rows = m_rows.constFind(token.name);
     if (rows == m_rows.constEnd())
         return found;
     for (const Row &row : *rows) {

@@ -59,7 +59,7 @@ void ItemMenu::popup(const MenuItem::Pointer &item, bool toolkitAvailable, QWidg
         return;
     delete m_menu;
     m_menu = new QMenu(&owner);
-    m_menu->setAccessibleName(item->name());
+    m_menu->setWindowTitle(item->name());
     fill(item, plan);
     connect(m_menu, &QMenu::aboutToHide, this,
             [this] { m_scheduler.after(reopeningGuard, *this, [this] { m_isVisible = false; }); });

@@ -104,9 +104,14 @@ void ImageWell::dropEvent(QDropEvent *event)
     setDropTarget(false);
     event->setDropAction(Qt::CopyAction);
     event->accept();
+    auto picture = readPicture(*event->mimeData());
+    if (picture) {
+        take(picture);
+        return;
+    }
     // The program that the picture comes from waits until this returns; an alert must not keep it.
     QMetaObject::invokeMethod(
-        this, [this, picture = readPicture(*event->mimeData())] { take(picture); }, Qt::QueuedConnection);
+        this, [this, picture = std::move(picture)] { take(picture); }, Qt::QueuedConnection);
 }
 
 void ImageWell::keyPressEvent(QKeyEvent *event)

@@ -18,15 +18,17 @@ constexpr QSizeF linkSize{480, 136};
 void SheetItemEditors::editScript(const QString &script, const QString &title, const Image &image,
                                   FinishHandler handler)
 {
-    runSession(std::make_unique<ScriptEditorViewController>(script, title, image, m_dialogs), scriptSize, handler);
+    runSession(std::make_unique<ScriptEditorViewController>(script, title, image, m_dialogs), {title, scriptSize},
+               handler);
 }
 
 void SheetItemEditors::editLink(const QString &urlString, const Image &image, FinishHandler handler)
 {
-    runSession(std::make_unique<LinkEditorViewController>(urlString, image, m_dialogs), linkSize, handler);
+    runSession(std::make_unique<LinkEditorViewController>(urlString, image, m_dialogs),
+               {QStringLiteral("Link"), linkSize}, handler);
 }
 
-void SheetItemEditors::runSession(std::unique_ptr<ItemEditorViewController> editor, QSizeF size,
+void SheetItemEditors::runSession(std::unique_ptr<ItemEditorViewController> editor, const Look &look,
                                   const FinishHandler &handler)
 {
     ItemEditorViewController &content = *editor;
@@ -43,7 +45,8 @@ void SheetItemEditors::runSession(std::unique_ptr<ItemEditorViewController> edit
     });
     QObject::connect(&window, &VXSheetWindow::willClose, &session, [&content] { content.discardClicked(); });
     content.firstField().setFocus();
-    window.present(size);
+    window.setWindowTitle(look.title);
+    window.present(look.size);
     if (!isAnswered)
         session.exec();
     content.discardClicked(); // where the program ends meanwhile

@@ -28,7 +28,11 @@ public:
     void editLink(const QString &urlString, const Image &image, FinishHandler handler) override;
 
 private:
-    void runSession(std::unique_ptr<ItemEditorViewController> editor, QSizeF size, const FinishHandler &handler);
+    struct Look {
+        QString title; ///< read by screen readers and shown by task switchers
+        QSizeF size;   ///< points
+    };
+    void runSession(std::unique_ptr<ItemEditorViewController> editor, const Look &look, const FinishHandler &handler);
 
     Stage &m_stage;
     BlurBehind &m_blur;

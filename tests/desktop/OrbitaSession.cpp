@@ -192,6 +192,23 @@ QString OrbitaSession::focusedItem()
     return {};
 }
 
+void OrbitaSession::openMenu(const QString &name)
+{
+    const auto isShown = [&] {
+        return windows()
+            .find([&](const WindowInfo &window) { return window.overrideRedirect && window.title.startsWith(name); })
+            .has_value();
+    };
+    // For half a second after a menu was closed, the next one stays away.
+    waitUntil(
+        [&] {
+            input().click(item(name).rect.center(), Button::Right);
+            windows().waitUntilHandled(waitForRing().id);
+            return isShown();
+        },
+        u"the menu of "_s + name);
+}
+
 void OrbitaSession::pressUntil(const QString &key, const std::function<bool()> &condition)
 {
     waitUntil(

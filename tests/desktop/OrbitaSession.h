@@ -68,6 +68,8 @@ public:
     ShownItem item(const QString &name);
     [[nodiscard]] QString focusedItem();
     void clickItem(const QString &name) { input().click(item(name).rect.center()); }
+    /// Opens the menu of the item called \a name by a right click, and waits until it takes keys.
+    void openMenu(const QString &name);
     /// Presses \a key, and again until \a condition holds, each time waiting until the ring has taken the key.
     void pressUntil(const QString &key, const std::function<bool()> &condition);
 

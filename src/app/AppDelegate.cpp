@@ -104,9 +104,11 @@ void AppDelegate::orbitaShouldShow(ShowEvent event)
 
 void AppDelegate::showAt(QPointF pointer, ShowEvent event)
 {
-    // A dialog of the ring is open: it is to stay where it is.
-    if (m_windowController && !m_windowController->canClose())
+    // A dialog of the ring is open: the ring stays where it is, and the dialog is what has to be answered first.
+    if (m_windowController && !m_windowController->canClose()) {
+        m_windowController->presentDialog();
         return;
+    }
     const QPointF centre = centreFor(pointer);
     const bool inside
         = m_windowController && m_windowController->windowVisible() && m_windowController->frame().contains(centre);

@@ -14,7 +14,7 @@
 #include "settings/AppSettings.h"
 #include "toolkit/RemoteActionSender.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QWindow>
 
 #include <algorithm>
@@ -115,8 +115,18 @@ void RingWindowController::editItem(const MenuItem::Pointer &item)
 void RingWindowController::setCanClose(bool canClose)
 {
     m_canClose = canClose;
+    m_ringView->setEnabled(canClose); // its titles would float above the dialog
     if (canClose && std::exchange(m_isRefreshDue, false))
         refreshItems();
+}
+
+void RingWindowController::presentDialog()
+{
+    QWidget *dialog = QApplication::activeModalWidget();
+    if (!dialog || !dialog->windowHandle())
+        return;
+    dialog->setWindowState(dialog->windowState() & ~Qt::WindowMinimized);
+    m_services.ring.stage.present(*dialog->windowHandle());
 }
 
 void RingWindowController::followSettings()

@@ -72,6 +72,8 @@ public:
     [[nodiscard]] bool canClose() const { return m_canClose; }
     /// While false, hide requests are dropped and the entries stay as they are: a dialog of the ring is open.
     void setCanClose(bool canClose);
+    /// Brings the dialog that is open to the front, minimised or not.
+    void presentDialog();
 
     /// Loads the entries anew, or, while canClose() is false, when it is true again: what a dialog is about must not be
     /// replaced under it. \a instantly is passed on to RingView::reloadData().

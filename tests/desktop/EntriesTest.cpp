@@ -127,6 +127,13 @@ TEST(Entries, scriptIsWrittenInASheetAboveTheRing)
     const WindowInfo ring = session.show();
     WindowInfo sheet = session.edit();
     EXPECT_EQ(sheet.geometry, QRect(290, 175, 700, 450));
+    waitUntil([&] { return !session.windows().find([](const WindowInfo &one) { return one.overrideRedirect; }); },
+              u"no title floats above the sheet"_s);
+    // Whoever has minimised it gets it back by asking for the ring.
+    session.windows().iconify(sheet.id);
+    waitUntil([&] { return !session.windows().info(sheet.id)->viewable; }, u"the editor is minimised"_s);
+    session.orbita(u"show"_s);
+    session.waitUntilActive(sheet);
     // Return makes a line; the editor's own keys undo, select, copy and paste.
     session.input().tap(u"Control+a"_s);
     session.input().type(u"log 1"_s);

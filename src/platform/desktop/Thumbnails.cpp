@@ -55,9 +55,10 @@ public:
         const int wanted = std::min(devicePixels.width(), devicePixels.height());
         // The least that is large enough, then larger ones, then the largest of the others.
         std::vector<Thumbnail> bestFirst = m_thumbnails;
-        const auto smaller = std::ranges::stable_partition(
-            bestFirst, [wanted](const Thumbnail &thumbnail) { return thumbnail.side >= wanted; });
-        std::ranges::reverse(smaller);
+        const auto smaller
+            = std::stable_partition(bestFirst.begin(), bestFirst.end(),
+                                    [wanted](const Thumbnail &thumbnail) { return thumbnail.side >= wanted; });
+        std::reverse(smaller, bestFirst.end());
         for (const Thumbnail &thumbnail : bestFirst) {
             const QImage pixels = Image::fromFile(thumbnail.path).render(devicePixels);
             if (!pixels.isNull() && isValid(pixels))

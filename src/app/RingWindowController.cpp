@@ -101,7 +101,7 @@ void RingWindowController::ringViewDidRightClickItem(RingView &view, ItemAddress
 
 void RingWindowController::editItem(const MenuItem::Pointer &item)
 {
-    if (!item->canEdit() || !m_canClose)
+    if (!item->canEdit() || !m_canClose || m_isHiding)
         return;
     setCanClose(false);
     item->startEditing(m_ringView, [this] {
@@ -116,8 +116,12 @@ void RingWindowController::setCanClose(bool canClose)
 {
     m_canClose = canClose;
     m_ringView->setEnabled(canClose); // its titles would float above the dialog
-    if (canClose && std::exchange(m_isRefreshDue, false))
+    if (!canClose)
+        return;
+    if (std::exchange(m_isRefreshDue, false))
         refreshItems();
+    if (std::exchange(m_isShowDue, false))
+        showWindowAtScreenPosition(keptOnScreens(m_frame.center(), m_services.ring.stage.screens()));
 }
 
 void RingWindowController::presentDialog()
@@ -143,7 +147,7 @@ void RingWindowController::followSettings()
     connect(&settings, &AppSettings::blacklistedApplicationsChanged, this, [this] { refreshItems(); });
     connect(&settings, &AppSettings::menuSizeSettingsChanged, this, [this] {
         if (!isHidden())
-            showWindowAtScreenPosition(m_frame.center());
+            showAgain(m_frame.center());
     });
 }
 
@@ -181,7 +185,14 @@ void RingWindowController::keepOnScreens()
     m_frame = stage.fromDesktop(m_frameOnDesktop);
     const QPointF kept = keptOnScreens(m_frame.center(), stage.screens());
     if (kept != m_frame.center())
-        showWindowAtScreenPosition(kept);
+        showAgain(kept);
+}
+
+void RingWindowController::showAgain(QPointF centre)
+{
+    m_isShowDue = !m_canClose; // the dialog that is open keeps the keyboard
+    if (m_canClose)
+        showWindowAtScreenPosition(centre);
 }
 
 void RingWindowController::hideWindow(ReactivatePrevious reactivate, ForceHide)
@@ -189,6 +200,7 @@ void RingWindowController::hideWindow(ReactivatePrevious reactivate, ForceHide)
     if (!m_canClose || m_isHiding)
         return;
     m_isHiding = true;
+    m_itemMenu.close();
     // Opacity has no effect without a compositor: a dismissed ring would only stand in the way.
     const auto animated = m_services.ring.stage.isCompositing() ? Animated::Yes : Animated::No;
     m_fade.fadeTo(

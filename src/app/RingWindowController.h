@@ -117,6 +117,8 @@ private:
     void followSettings();
     void refreshWindowTint();
     void keepOnScreens();
+    /// Shows the ring round \a centre, or, while a dialog is open, when that is done.
+    void showAgain(QPointF centre);
     /// Takes over which applications run. True when the ring shows something else.
     bool updateRunningEntries();
     /// Takes over what became known of the running applications. True when an entry looks different.
@@ -148,6 +150,7 @@ private:
     QString m_chosenIdentity; ///< of the item last chosen by keyboard
     bool m_canClose = true;
     bool m_isRefreshDue = false; ///< when the dialog that is open is done
+    bool m_isShowDue = false;    ///< likewise
     bool m_itemsAreFresh = true; ///< loaded when the controller was made, and not shown yet
     bool m_isHiding = false;     ///< fading out; another request must not begin the fade anew
 };

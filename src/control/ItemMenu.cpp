@@ -50,8 +50,7 @@ ItemMenu::~ItemMenu()
 void ItemMenu::popup(const MenuItem::Pointer &item, bool toolkitAvailable, QWidget &owner, QPoint where)
 {
     if (m_isVisible) {
-        if (m_menu)
-            m_menu->close();
+        close();
         return;
     }
     const ItemMenuPlan plan = planItemMenu(*item, toolkitAvailable);
@@ -65,6 +64,12 @@ void ItemMenu::popup(const MenuItem::Pointer &item, bool toolkitAvailable, QWidg
             [this] { m_scheduler.after(reopeningGuard, *this, [this] { m_isVisible = false; }); });
     m_isVisible = true;
     m_menu->popup(where);
+}
+
+void ItemMenu::close()
+{
+    if (m_menu)
+        m_menu->close();
 }
 
 void ItemMenu::fill(const MenuItem::Pointer &item, const ItemMenuPlan &plan)

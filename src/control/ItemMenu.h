@@ -41,6 +41,7 @@ public:
     /// to offer. One that is open, or was until half a second ago, is closed instead: the click that closes a menu must
     /// not open it again.
     void popup(const MenuItem::Pointer &item, bool toolkitAvailable, QWidget &owner, QPoint where);
+    void close();
     /// Whether the menu is open, or was until half a second ago.
     [[nodiscard]] bool isVisible() const { return m_isVisible; }
 

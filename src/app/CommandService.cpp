@@ -20,6 +20,7 @@ const QHash<QString, Signal> &commands()
         {QStringLiteral("hide"), &CommandService::hideRequested},
         {QStringLiteral("toggle"), &CommandService::toggleRequested},
         {QStringLiteral("settings"), &CommandService::settingsRequested},
+        {QStringLiteral("stop-scripts"), &CommandService::stopScriptsRequested},
         {QStringLiteral("quit"), &CommandService::quitRequested},
     };
     return commands;
@@ -38,6 +39,7 @@ CommandService::CommandService(StartReason reason, QObject *parent)
     connect(&m_application, &DesktopApplication::actionRequested, this, [this](const QString &name) {
         Q_EMIT(this->*commands().value(name))();
     });
+    connect(this, &CommandService::stopScriptsRequested, this, &CommandService::stopScripts);
     // What the program was started for is the first call to come, whichever it is.
     const auto hasCome = [this] { m_awaitsActivation = false; };
     for (const Signal command : commands())
@@ -55,6 +57,17 @@ bool CommandService::callInstance(const QDBusConnection &bus, const QString &met
     const auto call
         = QDBusMessage::createMethodCall(serviceName, DesktopApplication::objectPath(serviceName), serviceName, method);
     return bus.call(call).type() == QDBusMessage::ReplyMessage;
+}
+
+void CommandService::stopScripts()
+{
+    const QString companion = QStringLiteral("org.orbita.Toolkit");
+    auto call = QDBusMessage::createMethodCall(companion, DesktopApplication::objectPath(companion),
+                                               QStringLiteral("org.freedesktop.Application"),
+                                               QStringLiteral("ActivateAction"));
+    call.setArguments({QStringLiteral("stop-scripts"), QVariantList(), QVariantMap()});
+    call.setAutoStartService(false);
+    QDBusConnection::sessionBus().send(call);
 }
 
 void CommandService::activate()

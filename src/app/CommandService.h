@@ -32,12 +32,15 @@ Q_SIGNALS:
     void hideRequested();
     void toggleRequested();
     void settingsRequested();
+    void stopScriptsRequested();
     void quitRequested();
     /// Addresses that this program was asked to open, as they were written.
     void urlsOpened(const QStringList &urls);
 
 private:
     void activate();
+    /// Passes on to the companion, where it runs, that the scripts are to end.
+    void stopScripts();
 
     DesktopApplication m_application;
     bool m_awaitsActivation; ///< the call that the program was started for is yet to come
@@ -56,6 +59,7 @@ public Q_SLOTS:
     void Hide() { Q_EMIT m_service.hideRequested(); }
     void Toggle() { Q_EMIT m_service.toggleRequested(); }
     void ShowSettings() { Q_EMIT m_service.settingsRequested(); }
+    void StopScripts() { Q_EMIT m_service.stopScriptsRequested(); }
     void Quit() { Q_EMIT m_service.quitRequested(); }
 
 private:

@@ -23,6 +23,7 @@ constexpr std::array rows{
     Row{"hide", Command::Hide, "Hide", nullptr},
     Row{"toggle", Command::Toggle, "Toggle", "--show"},
     Row{"settings", Command::Settings, "ShowSettings", "--settings"},
+    Row{"stop-scripts", Command::StopScripts, "StopScripts", nullptr},
     Row{"quit", Command::Quit, "Quit", nullptr},
     Row{"open", Command::Open, nullptr, "--service"},
     Row{"--service", Command::Service, nullptr, "--service"},
@@ -109,6 +110,8 @@ const char *helpText()
            "  hide       hide the ring\n"
            "  toggle     show the ring, or hide it when it is shown\n"
            "  settings   open the settings; starts Orbita where needed\n"
+           "  stop-scripts\n"
+           "             end the scripts that run\n"
            "  quit       end Orbita\n"
            "  open URL...\n"
            "             have Orbita open addresses, as the desktop does; starts Orbita\n"

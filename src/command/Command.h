@@ -14,6 +14,7 @@ enum class Command {
     Hide,
     Toggle,
     Settings,
+    StopScripts,
     Quit,
     Open,
     Service, ///< start for a call that the bus has waiting

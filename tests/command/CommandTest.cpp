@@ -19,9 +19,13 @@ std::optional<Request> parsed(std::vector<std::string> arguments)
 TEST(Command, isReadFromOneWordAndEitherStartsOrbitaOrNot)
 {
     const std::vector<std::tuple<std::vector<std::string>, Command, bool>> rows{
-        {{}, Command::Start, true},          {{"show"}, Command::Show, true},
-        {{"toggle"}, Command::Toggle, true}, {{"settings"}, Command::Settings, true},
-        {{"hide"}, Command::Hide, false},    {{"quit"}, Command::Quit, false}};
+        {{}, Command::Start, true},
+        {{"show"}, Command::Show, true},
+        {{"toggle"}, Command::Toggle, true},
+        {{"settings"}, Command::Settings, true},
+        {{"hide"}, Command::Hide, false},
+        {{"quit"}, Command::Quit, false},
+        {{"stop-scripts"}, Command::StopScripts, false}};
     for (const auto &[words, command, starts] : rows) {
         EXPECT_EQ(parsed(words), Request{command});
         EXPECT_EQ(startsOrbita(command), starts);

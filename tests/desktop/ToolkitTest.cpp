@@ -52,6 +52,15 @@ public:
                   [&] { return u"the log says \"%1\"; it says:\n%2"_s.arg(words, heard()); });
     }
 
+    /// The processes of the session that run the program called \a name.
+    [[nodiscard]] QList<qint64> processes(const QString &name)
+    {
+        QList<qint64> found = desktop().processes().all();
+        found.removeIf(
+            [&](qint64 pid) { return QFileInfo(QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(pid))).fileName() != name; });
+        return found;
+    }
+
     /// Has the desktop open the address that asks the companion for the action \a name, as a web page could.
     void askToolkit(const QString &name, const VXRemoteAction::Parameters &parameters)
     {
@@ -121,7 +130,7 @@ TEST(Toolkit, runsOnlyWhatIsAmongTheUsersEntries)
     session.startBoth();
     session.execute(session.leaves(u"strange"_s));
     session.execute(deep);
-    session.execute(own + u' ');
+    session.execute(session.leaves(u"own"_s).replace(u"/own"_s, u"/altered"_s));
     session.askToolkit(u"eraseEverything"_s, {{u"script"_s, own}});
     // Questions are answered in turn, so what was to be refused has been by the time that these have run.
     session.execute(grouped);
@@ -129,8 +138,27 @@ TEST(Toolkit, runsOnlyWhatIsAmongTheUsersEntries)
     session.waitForFile(u"grouped"_s);
     session.waitForFile(u"own"_s);
     EXPECT_FALSE(session.hasFile(u"strange"_s));
+    EXPECT_FALSE(session.hasFile(u"altered"_s));
     EXPECT_FALSE(session.hasFile(u"deep"_s)) << "it lies two levels deep";
     EXPECT_TRUE(session.heard().contains(u"Refused: an unknown action"_s)) << qPrintable(session.heard());
+}
+
+TEST(Toolkit, stopsScriptsThatRunForEver)
+{
+    InstalledSession session;
+    const QString script = session.leaves(u"begun"_s) + u"\nrepeat\nend repeat"_s;
+    ASSERT_TRUE(PropertyList::write(session.itemFile(), QVariantList{scriptEntry(u"Loop"_s, script)},
+                                    PropertyList::Format::Xml));
+    session.startBoth();
+    session.show();
+    session.clickItem(u"Loop"_s);
+    session.waitForFile(u"begun"_s);
+    const auto scripts = [&] { return session.processes(u"orbita-script"_s); };
+    ASSERT_EQ(scripts().size(), 1);
+    const qint64 running = scripts().first();
+    session.orbita(u"stop-scripts"_s);
+    waitUntil([&] { return hasEnded(running); }, u"the script has ended"_s);
+    EXPECT_TRUE(session.desktop().bus().hasOwner(u"org.orbita.Toolkit"_s));
 }
 
 TEST(Toolkit, quitsAnApplicationFromItsEntry)

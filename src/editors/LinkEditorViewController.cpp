@@ -1,13 +1,13 @@
 #include "editors/LinkEditorViewController.h"
 
 #include "editors/ImageWell.h"
-#include "ring/RingText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QValidator>
 
+#include <algorithm>
 #include <limits>
 
 namespace Orbita {

@@ -6,6 +6,8 @@
 
 #include <QEventLoop>
 
+#include <utility>
+
 namespace Orbita {
 
 namespace {

@@ -15,7 +15,8 @@ class Stage;
 
 /// Edits items in sheets that float above the ring and block it while they are open.
 ///
-/// Closing the sheet in any way other than Save, and the end of the program, discard.
+/// Closing the sheet in any way other than Save, and the end of the program, discard: an entry may be run at any click,
+/// so half a script must not take the place of a whole one that nobody could bring back.
 class SheetItemEditors final : public ItemEditors {
 public:
     /// All outlive the editors.

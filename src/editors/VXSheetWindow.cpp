@@ -10,6 +10,7 @@
 #include <QWindow>
 
 #include <cmath>
+#include <utility>
 
 namespace Orbita {
 

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace Orbita {
 
@@ -50,13 +49,24 @@ Image imageFrom(const QByteArray &bytes)
     return isWritten ? imageAt(file.fileName()) : Image();
 }
 
-Result<Image, QString> orRefusal(Image image, const QString &what)
+QString unusable(const QString &what)
 {
-    if (!image.isNull())
-        return image;
-    return Failure(QStringLiteral("%1 cannot be used: a picture must be undamaged, of a common format, at most 32 MB "
-                                  "large and at most 8192 pixels wide and high.")
-                       .arg(what));
+    return QStringLiteral("%1 cannot be used: a picture must be undamaged, of a common format, at most 32 MB large and "
+                          "at most 8192 pixels wide and high.")
+        .arg(what);
+}
+
+/// Why there was no picture in the file at \a path. To be asked afterwards, as the file may vanish at any time.
+QString refusalOfFile(const QString &path)
+{
+    QString name = QFileInfo(path).fileName();
+    if (name.size() > longestName)
+        name = name.left(longestName) + u'…';
+    if (!QFileInfo::exists(path))
+        return QStringLiteral("“%1” is not there any more.").arg(name);
+    if (!QFileInfo(path).isReadable())
+        return QStringLiteral("“%1” may not be read.").arg(name);
+    return unusable(QStringLiteral("“%1”").arg(name));
 }
 
 } // namespace
@@ -67,30 +77,28 @@ QStringList pictureNamePatterns()
         .split(u' ');
 }
 
-Result<Image, QString> readPicture(const QString &path)
-{
-    QString name = QFileInfo(path).fileName();
-    if (name.size() > longestName)
-        name = name.left(longestName) + u'…';
-    if (!QFileInfo::exists(path))
-        return Failure(QStringLiteral("“%1” is not there any more.").arg(name));
-    if (!QFileInfo(path).isReadable())
-        return Failure(QStringLiteral("“%1” may not be read.").arg(name));
-    return orRefusal(imageAt(path), QStringLiteral("“%1”").arg(name));
-}
-
 bool mayHoldPicture(const QMimeData &data)
 {
     return pictureType(data) || localFile(data);
 }
 
-Result<Image, QString> readPicture(const QMimeData &data)
+std::optional<GivenPicture> givenPicture(const QMimeData &data)
 {
     // A file comes first: beside it, file managers offer its icon as picture data.
     if (const auto path = localFile(data))
-        return readPicture(*path);
-    const auto type = pictureType(data);
-    return orRefusal(type ? imageFrom(data.data(*type)) : Image(), QStringLiteral("What was given"));
+        return *path;
+    if (const auto type = pictureType(data))
+        return data.data(*type);
+    return std::nullopt;
+}
+
+Result<Image, QString> readPicture(const GivenPicture &given)
+{
+    const auto *path = std::get_if<QString>(&given);
+    Image image = path ? imageAt(*path) : imageFrom(std::get<QByteArray>(given));
+    if (!image.isNull())
+        return image;
+    return Failure(path ? refusalOfFile(*path) : unusable(QStringLiteral("What was given")));
 }
 
 } // namespace Orbita

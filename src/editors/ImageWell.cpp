@@ -1,6 +1,5 @@
 #include "editors/ImageWell.h"
 
-#include "editors/DroppedPicture.h"
 #include "editors/SheetStyle.h"
 #include "platform/Dialogs.h"
 
@@ -11,6 +10,10 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QPromise>
+#include <QThreadPool>
+
+#include <utility>
 
 namespace Orbita {
 
@@ -19,6 +22,7 @@ namespace {
 constexpr double cornerRadius = 8.0;
 constexpr int padding = 8; // points between the edge and the picture
 constexpr QSize copied{1024, 1024};
+constexpr double fadedOpacity = 0.35; // of the old picture while a new one is read
 
 } // namespace
 
@@ -32,6 +36,7 @@ ImageWell::ImageWell(Dialogs &dialogs, QWidget *parent) : QAbstractButton(parent
     setAcceptDrops(true);
     setAttribute(Qt::WA_Hover);
     connect(this, &ImageWell::clicked, this, &ImageWell::choose);
+    connect(&m_reading, &QFutureWatcherBase::finished, this, &ImageWell::pictureWasRead);
 }
 
 void ImageWell::setImage(const Image &image)
@@ -57,21 +62,54 @@ void ImageWell::copy()
 void ImageWell::paste()
 {
     const QMimeData *given = QApplication::clipboard()->mimeData();
-    if (given && mayHoldPicture(*given))
-        take(readPicture(*given));
+    if (auto picture = given ? givenPicture(*given) : std::nullopt)
+        read(std::move(*picture));
 }
 
 void ImageWell::choose()
 {
-    const auto path
+    auto path
         = m_dialogs.chooseFile({QStringLiteral("Choose a Picture"), QStringLiteral("Pictures"), pictureNamePatterns()});
     if (path)
-        take(readPicture(*path));
+        read(std::move(*path));
 }
 
-void ImageWell::take(const Result<Image, QString> &picture)
+void ImageWell::read(GivenPicture given)
+{
+    // Shared because the pool takes only what can be copied.
+    const auto promise = std::make_shared<QPromise<Picture>>();
+    m_reading.setFuture(promise->future());
+    setReading(true);
+    QThreadPool::globalInstance()->start([promise, given = std::move(given)] {
+        promise->start();
+        promise->addResult(readPicture(given));
+        promise->finish();
+    });
+}
+
+void ImageWell::pictureWasRead()
+{
+    if (!m_isReading)
+        return; // nobody wants it any more
+    setReading(false);
+    take(m_reading.result());
+}
+
+void ImageWell::stopReading()
+{
+    setReading(false);
+}
+
+void ImageWell::setReading(bool isReading)
+{
+    m_isReading = isReading;
+    update();
+}
+
+void ImageWell::take(const Picture &picture)
 {
     if (!picture) {
+        Q_EMIT imageRefused();
         m_dialogs.runAlert({picture.error(), {}, {QStringLiteral("OK")}});
         return;
     }
@@ -104,19 +142,14 @@ void ImageWell::dropEvent(QDropEvent *event)
     setDropTarget(false);
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    auto picture = readPicture(*event->mimeData());
-    if (picture) {
-        take(picture);
-        return;
-    }
-    // The program that the picture comes from waits until this returns; an alert must not keep it.
-    QMetaObject::invokeMethod(
-        this, [this, picture = std::move(picture)] { take(picture); }, Qt::QueuedConnection);
+    if (auto given = givenPicture(*event->mimeData()))
+        read(std::move(*given));
 }
 
 void ImageWell::keyPressEvent(QKeyEvent *event)
 {
-    if (event->modifiers() == Qt::NoModifier && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (isPlain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         choose();
     else
         QAbstractButton::keyPressEvent(event);
@@ -155,6 +188,7 @@ void ImageWell::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintFrame(painter);
+    painter.setOpacity(m_isReading ? fadedOpacity : 1.0);
     const QSizeF shown = pixmap().deviceIndependentSize();
     painter.drawPixmap(QRectF(rect()).center() - QPointF(shown.width(), shown.height()) / 2, m_pixmap);
 }

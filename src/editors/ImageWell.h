@@ -1,9 +1,11 @@
 #pragma once
 
 #include "base/Result.h"
+#include "editors/DroppedPicture.h"
 #include "platform/Image.h"
 
 #include <QAbstractButton>
+#include <QFutureWatcher>
 #include <QPixmap>
 
 namespace Orbita {
@@ -12,7 +14,8 @@ class Dialogs;
 
 /// Shows a picture, and takes another one that is dropped, pasted, or chosen on a click, Space or Return.
 ///
-/// What is no usable picture is refused with an alert, and the old one stays.
+/// A picture is read on another thread; until it is there, the old one is shown faded. One that is given meanwhile
+/// replaces it. What is no usable picture is refused with an alert, and the old one stays.
 class ImageWell final : public QAbstractButton {
     Q_OBJECT
 public:
@@ -21,6 +24,11 @@ public:
 
     [[nodiscard]] const Image &image() const { return m_image; }
     void setImage(const Image &image);
+
+    /// Whether a picture that the user gave is still being read. Then imageDropped() or imageRefused() follows.
+    [[nodiscard]] bool isReading() const { return m_isReading; }
+    /// Forgets the picture that is being read, without a word.
+    void stopReading();
 
 public Q_SLOTS:
     void copy();
@@ -31,6 +39,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// The user gave the picture that is shown now.
     void imageDropped();
+    /// What the user gave is no usable picture. An alert follows that says so.
+    void imageRefused();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -40,7 +50,12 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
-    void take(const Result<Image, QString> &picture);
+    using Picture = Result<Image, QString>;
+
+    void read(GivenPicture given);
+    void pictureWasRead();
+    void setReading(bool isReading);
+    void take(const Picture &picture);
     void setDropTarget(bool isDropTarget);
     void paintFrame(QPainter &painter) const;
     [[nodiscard]] const QPixmap &pixmap();
@@ -50,6 +65,8 @@ private:
     QPixmap m_pixmap;    ///< m_image as it is painted; null when it is to be rendered
     QSize m_renderedFor; ///< device pixels
     bool m_isDropTarget = false;
+    bool m_isReading = false;
+    QFutureWatcher<Picture> m_reading; ///< of the picture that was given last
 };
 
 } // namespace Orbita

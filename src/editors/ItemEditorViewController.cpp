@@ -28,6 +28,7 @@ ItemEditorViewController::ItemEditorViewController(QString baseText, const Image
 {
     m_imageView->setImage(m_baseImage);
     connect(m_imageView, &ImageWell::imageDropped, this, &ItemEditorViewController::imageDropped);
+    connect(m_imageView, &ImageWell::imageRefused, this, &ItemEditorViewController::imageRefused);
 }
 
 QHBoxLayout *ItemEditorViewController::makeButtons(QWidget &lastField)
@@ -48,13 +49,26 @@ QHBoxLayout *ItemEditorViewController::makeButtons(QWidget &lastField)
     return buttons;
 }
 
+void ItemEditorViewController::imageDropped()
+{
+    m_imageChanged = true;
+    if (std::exchange(m_isSaveDue, false))
+        saveClicked();
+}
+
 void ItemEditorViewController::saveClicked()
 {
+    if (m_imageView->isReading()) {
+        m_isSaveDue = true;
+        return;
+    }
     finish(editedText(), m_imageChanged ? std::optional(m_imageView->image()) : std::nullopt);
 }
 
 void ItemEditorViewController::discardClicked()
 {
+    m_isSaveDue = false;
+    m_imageView->stopReading();
     finish(m_baseText, std::nullopt);
 }
 

@@ -5,6 +5,9 @@
 
 #include <QWidget>
 
+#include <optional>
+#include <utility>
+
 class QHBoxLayout;
 
 namespace Orbita {
@@ -30,7 +33,8 @@ public:
     void setFinishHandler(FinishHandler handler) { m_finishHandler = std::move(handler); }
 
 public Q_SLOTS:
-    /// Calls the handler with the text as it stands, and with the picture in the well where it is another one.
+    /// Calls the handler with the text as it stands, and with the picture in the well where it is another one. While a
+    /// given picture is still being read, as soon as it is there; not at all when it turns out to be unusable.
     void saveClicked();
     /// Calls the handler with the text as it was when editing began, and without a picture.
     void discardClicked();
@@ -46,13 +50,15 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void imageDropped() { m_imageChanged = true; }
+    void imageDropped();
+    void imageRefused() { m_isSaveDue = false; }
     void finish(const QString &text, const std::optional<Image> &image);
 
     const QString m_baseText;
     const Image m_baseImage;
     ImageWell *const m_imageView;
     bool m_imageChanged = false;
+    bool m_isSaveDue = false; ///< waits for the picture
     FinishHandler m_finishHandler;
 };
 

@@ -23,7 +23,10 @@ protected:
     Editor &show(std::unique_ptr<Editor> editor)
     {
         Editor &shown = *editor;
-        shown.setFinishHandler([this](const QString &text, const auto &) { answers.append(text); });
+        shown.setFinishHandler([this](const QString &text, const std::optional<Image> &image) {
+            answers.append(text);
+            pictures.push_back(image);
+        });
         shown.resize(700, 450);
         shown.firstField().setFocus();
         shown.show();
@@ -58,6 +61,7 @@ protected:
     }
     MemoryDialogs dialogs;
     QStringList answers;
+    std::vector<std::optional<Image>> pictures;
 
 private:
     std::unique_ptr<QWidget> m_editor;
@@ -117,6 +121,30 @@ TEST_F(EditorsTest, textsOfAnyKindComeThrough)
     press(Qt::Key_Return);
     ASSERT_FALSE(answers.isEmpty());
     EXPECT_EQ(answers.back(), address);
+}
+
+TEST_F(EditorsTest, savingWaitsForThePictureThatIsBeingRead)
+{
+    const LinkEditorViewController &editor = showLink(QStringLiteral("x"));
+    editor.imageView().copy();
+    const auto pasteAndPress = [&](int key) {
+        editor.imageView().paste();
+        press(key);
+        return QTest::qWaitFor([&] { return !editor.imageView().isReading(); }, 60'000);
+    };
+    EXPECT_TRUE(pasteAndPress(Qt::Key_Escape));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(pictures.size() == 1 && !pictures[0] && !editor.imageChanged()) << "discarding does not wait";
+    EXPECT_TRUE(pasteAndPress(Qt::Key_Return));
+    EXPECT_TRUE(pictures.size() == 2 && pictures[1] && pictures[1] != editor.baseImage());
+    dialogs.file = QStringLiteral("/gone/gone.png");
+    QApplication::clipboard()->clear();
+    editor.imageView().choose();
+    EXPECT_TRUE(pasteAndPress(Qt::Key_Return));
+    EXPECT_EQ(dialogs.alerts.size(), 1U);
+    EXPECT_EQ(pictures.size(), 2U) << "what was refused is seen before it is saved without it";
+    press(Qt::Key_Return);
+    EXPECT_EQ(pictures.size(), 3U);
 }
 
 QList<QTextLayout::FormatRange> formats(const ScriptTextView &view, int line)

@@ -50,9 +50,17 @@ protected:
             return false;
         QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&well, &event);
-        EXPECT_TRUE(dialogs.alerts.empty()) << "the source of the drag must not wait for an answer";
-        QCoreApplication::processEvents();
+        EXPECT_TRUE(well.isReading() && well.image() == old) << "the source of the drag must not wait";
         return true;
+    }
+    void press(int key, Qt::KeyboardModifiers modifiers)
+    {
+        QTest::keyClick(&well, Qt::Key(key), modifiers);
+        finishReading();
+    }
+    void finishReading()
+    {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !well.isReading(); }, 60'000));
     }
     TemporaryContainer container;
     MemoryDialogs dialogs;
@@ -67,14 +75,18 @@ TEST_P(ImageWellTest, takesPicturesOnEveryWay)
     QMimeData file;
     file.setUrls({QUrl(QStringLiteral("https://elsewhere/")), QUrl::fromLocalFile(*dialogs.file)});
     EXPECT_TRUE(drop(file));
+    finishReading();
     QTest::mouseClick(&well, Qt::LeftButton);
-    QTest::keyClick(&well, Qt::Key_Space);
-    QTest::keyClick(&well, Qt::Key_Return);
+    finishReading();
+    press(Qt::Key_Space, Qt::NoModifier);
+    press(Qt::Key_Return, Qt::NoModifier);
+    press(Qt::Key_Enter, Qt::KeypadModifier);
     auto clip = std::make_unique<QMimeData>();
     clip->setData(QStringLiteral("image/png"), GetParam().content);
     QApplication::clipboard()->setMimeData(clip.release());
     well.paste();
-    const int given = 5;
+    finishReading();
+    const int given = 6;
     QFile::remove(*dialogs.file);
     EXPECT_EQ(dropped, GetParam().refusal ? 0 : given);
     EXPECT_EQ(well.image() == old, GetParam().refusal != nullptr);
@@ -104,10 +116,16 @@ TEST_F(ImageWellTest, leavesWordsAloneAndPastesWhatItCopied)
     EXPECT_TRUE(well.image() == old && dropped == 0 && dialogs.alerts.empty());
     dialogs.file = container.path(QStringLiteral("gone.png"));
     well.choose();
+    finishReading();
     EXPECT_EQ(dialogs.alerts.at(0).message, QStringLiteral("“gone.png” is not there any more."));
     well.copy();
     well.paste();
+    finishReading();
     EXPECT_EQ(dropped, 1);
+    well.paste();
+    well.paste();
+    finishReading();
+    EXPECT_EQ(dropped, 2) << "the later one replaces the earlier one";
 }
 
 } // namespace

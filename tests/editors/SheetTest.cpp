@@ -1,3 +1,4 @@
+#include "editors/ImageWell.h"
 #include "editors/SheetItemEditors.h"
 #include "editors/VXSheetWindowController.h"
 #include "platform/memory/MemoryDialogs.h"
@@ -6,7 +7,10 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
+#include <QEventLoop>
 #include <QLabel>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -28,6 +32,14 @@ class SheetTest : public testing::TestWithParam<WayOut> {
 protected:
     MemoryStage stage;
     MemoryBlurBehind blur;
+    SheetTest()
+    {
+        dialogs.whileOpen = [] {
+            QEventLoop asking;
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+            asking.exec();
+        };
+    }
     MemoryDialogs dialogs;
     SheetItemEditors editors{stage, blur, dialogs};
 };
@@ -35,6 +47,14 @@ protected:
 void click(QWidget &sheet, const char *button)
 {
     QTest::mouseClick(sheet.findChild<QPushButton *>(QLatin1String(button)), Qt::LeftButton);
+}
+
+void pasteRubbish(QWidget &sheet)
+{
+    auto clip = std::make_unique<QMimeData>();
+    clip->setData(QStringLiteral("image/png"), "rubbish");
+    QApplication::clipboard()->setMimeData(clip.release());
+    sheet.findChild<ImageWell *>()->paste();
 }
 
 TEST_P(SheetTest, isAnsweredOnceAndGoes)
@@ -72,6 +92,9 @@ INSTANTIATE_TEST_SUITE_P(
         WayOut{"Escape", [](QWidget &sheet) { QTest::keyClick(sheet.focusWidget(), Qt::Key_Escape); }, "old"},
         WayOut{"closed by the window manager", [](QWidget &sheet) { sheet.close(); }, "old"},
         WayOut{"the program quits", [](QWidget &) { QCoreApplication::quit(); }, "old"},
+        WayOut{"the program quits while a file is chosen",
+               [](QWidget &sheet) { sheet.findChild<ImageWell *>()->choose(); }, "old"},
+        WayOut{"the program quits while a picture is refused", pasteRubbish, "old"},
         WayOut{"the event loops end", [](QWidget &) { QCoreApplication::exit(); }, "old"}),
     rowName<WayOut>);
 

@@ -5,6 +5,7 @@
 #include "app/RunningEntries.h"
 #include "control/ItemViews.h"
 #include "control/Tint.h"
+#include "editors/VXSheetWindow.h"
 #include "model/ItemServices.h"
 #include "model/RunningAppMenuItem.h"
 #include "platform/Stage.h"
@@ -130,6 +131,8 @@ void RingWindowController::presentDialog()
     if (!dialog || !dialog->windowHandle())
         return;
     dialog->setWindowState(dialog->windowState() & ~Qt::WindowMinimized);
+    if (auto *sheet = qobject_cast<VXSheetWindow *>(dialog))
+        sheet->recover();
     m_services.ring.stage.present(*dialog->windowHandle());
 }
 

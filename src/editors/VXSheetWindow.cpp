@@ -9,6 +9,7 @@
 #include <QCloseEvent>
 #include <QWindow>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -17,6 +18,7 @@ namespace Orbita {
 namespace {
 
 constexpr QSize initialSize{320, 240};
+constexpr double grip = 40.0; // points of the upper part that must be seen to move the window
 
 QRectF centred(QSizeF size, const QRectF &screen)
 {
@@ -38,6 +40,7 @@ VXSheetWindow::VXSheetWindow(Stage &stage, BlurBehind &blur)
     setWindowModality(Qt::ApplicationModal);
     setStyleSheet(sheetStyleSheet());
     connect(&m_shape, &WindowShape::backdropChanged, this, &VXSheetWindow::followBackdrop);
+    connect(&stage, &Stage::screensChanged, this, &VXSheetWindow::recover);
     followBackdrop();
     resize(initialSize);
 }
@@ -49,8 +52,26 @@ void VXSheetWindow::followBackdrop()
 
 void VXSheetWindow::present(QSizeF size)
 {
+    m_wantedSize = size;
     m_stage.locatePointer(this,
                           [this, size](QPointF pointer) { presentAt(centred(size, screenAt(m_stage, pointer))); });
+}
+
+void VXSheetWindow::recover()
+{
+    if (!m_wantedSize.isNull() && !isInReach())
+        present(m_wantedSize);
+}
+
+bool VXSheetWindow::isInReach() const
+{
+    const QRectF frame = m_stage.fromDesktop(QRectF(geometry()));
+    const double top = frame.y() + frame.height();
+    const auto isOnScreen = [screens = m_stage.screens()](QPointF point) {
+        return std::ranges::any_of(screens, [point](const auto &screen) { return screen.frame.contains(point); });
+    };
+    return isOnScreen(frame.center()) && isOnScreen({frame.center().x(), top})
+        && isOnScreen({frame.center().x(), top - grip});
 }
 
 void VXSheetWindow::presentAt(const QRectF &frame)

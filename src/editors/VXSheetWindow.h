@@ -22,6 +22,9 @@ public:
     /// Shows the window in the middle of the screen that has the pointer, or as much of \a size as that holds, and
     /// gives it the keyboard. At once or, where the pointer must be searched for, a little later.
     void present(QSizeF size);
+    /// Presents the window again as it was at first, unless it can be reached where it stands: unless its middle and,
+    /// in the middle, the upper 40 points by which it is moved are on screens. Happens by itself when screens change.
+    void recover();
 
 Q_SIGNALS:
     /// The window closes, whoever asked for it. Once.
@@ -36,11 +39,13 @@ protected:
 private:
     void presentAt(const QRectF &frame);
     void followBackdrop();
+    [[nodiscard]] bool isInReach() const;
 
     Stage &m_stage;
     WindowShape m_shape;
     BackgroundDrag m_drag;
     VXSheetWindowContentView *m_contentView;
+    QSizeF m_wantedSize; ///< points; null before the window is presented
     bool m_isClosed = false;
 };
 

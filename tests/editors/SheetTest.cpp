@@ -139,6 +139,37 @@ TEST_F(SheetTest, livesUntilItsWindowCloses)
     EXPECT_FALSE(content);
 }
 
+TEST_F(SheetTest, comesBackFromWhereNobodyCanReachIt)
+{
+    stage.plantedScreens = {{QRectF(0, 0, 1280, 800), 1.0}, {QRectF(1280, 0, 1280, 800), 1.0}};
+    const auto controller
+        = VXSheetWindowController::withContentViewController(stage, blur, std::make_unique<QWidget>());
+    VXSheetWindow &window = controller->window();
+    Q_EMIT stage.screensChanged();
+    EXPECT_FALSE(window.isVisible());
+    window.present({700, 450});
+    const QRectF middle(290, 175, 700, 450);
+    const auto move = [&](QPointF corner) {
+        stage.place(*window.windowHandle(), {corner, middle.size()});
+        const QRect wanted = stage.toDesktop(stage.lastFrame).toRect();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window.geometry() == wanted; }));
+    };
+    const auto cornerAfterMoving = [&](QPointF corner) {
+        move(corner);
+        Q_EMIT stage.screensChanged();
+        return stage.lastFrame.topLeft();
+    };
+    for (const QPointF reached : {QPointF(-340, 340), QPointF(0, -220), QPointF(1800, 0), QPointF(930, 0)})
+        EXPECT_EQ(cornerAfterMoving(reached), reached);
+    for (const QPointF lost : {QPointF(-360, 0), QPointF(0, 400), QPointF(0, -230), QPointF(2300, 0)})
+        EXPECT_EQ(cornerAfterMoving(lost), middle.topLeft());
+    move({1570, 175});
+    stage.plantedScreens = {{QRectF(0, 0, 640, 400), 1.0}};
+    window.recover();
+    EXPECT_EQ(stage.lastFrame, QRectF(0, 0, 640, 400));
+    window.close();
+}
+
 TEST_F(SheetTest, isMovedByItsBackgroundAndCutOutWhereNothingIsBlended)
 {
     const auto controller

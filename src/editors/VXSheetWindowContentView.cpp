@@ -29,8 +29,8 @@ void VXSheetWindowContentView::paintEvent(QPaintEvent *)
     const double inset = m_isBlended ? 0.5 : 1.0;
     if (!m_isBlended)
         painter.fillRect(rect(), cutEdge);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), panelCornerRadius,
-                            panelCornerRadius);
+    const double radius = panelCornerRadius - inset; // round the same centres as the edge
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
 } // namespace Orbita

@@ -8,7 +8,7 @@ namespace Orbita {
 /// The radius of the corners of panels, in points.
 inline constexpr double panelCornerRadius = 10.0;
 
-/// What lies within \a inset points of the edges of a panel of \a size; points, y downwards.
+/// The points whose middles lie in a panel of \a size whose edges are moved inwards by \a inset; y downwards.
 [[nodiscard]] QRegion roundedRegion(QSize size, int inset);
 
 } // namespace Orbita

@@ -36,6 +36,7 @@ QHBoxLayout *ItemEditorViewController::makeButtons(QWidget &lastField)
     auto *discard = makeButton(QStringLiteral("Discard"), QStringLiteral("discardButton"), this);
     auto *save = makeButton(QStringLiteral("Save"), QStringLiteral("saveButton"), this);
     save->setDefault(true);
+    save->setProperty("isPrimary", true);
     connect(discard, &QPushButton::clicked, this, &ItemEditorViewController::discardClicked);
     connect(save, &QPushButton::clicked, this, &ItemEditorViewController::saveClicked);
     setTabOrder(&lastField, m_imageView);

@@ -1,7 +1,8 @@
 #include "editors/SheetStyle.h"
 
 #include <QGuiApplication>
-#include <QPalette>
+
+#include <cmath>
 
 namespace Orbita {
 
@@ -9,10 +10,27 @@ namespace {
 
 constexpr QColor ownAccent(38, 108, 196);
 
-/// White text on it must be readable, and it must not be taken for grey.
+constexpr double leastContrast = 4.5; // of text, WCAG 2.1, 1.4.3
+constexpr int leastSaturation = 60;   // of 255; less is taken for grey
+
+/// WCAG 2.1, "relative luminance": 0 for black, 1 for white.
+double luminance(const QColor &color)
+{
+    const auto linear = [](double channel) {
+        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// WCAG 2.1, "contrast ratio".
+double contrastWithWhite(const QColor &color)
+{
+    return 1.05 / (luminance(color) + 0.05);
+}
+
 bool isUsableAccent(const QColor &color)
 {
-    return qGray(color.rgb()) <= 150 && color.hsvSaturation() >= 60;
+    return contrastWithWhite(color) >= leastContrast && color.hsvSaturation() >= leastSaturation;
 }
 
 } // namespace
@@ -21,6 +39,14 @@ QColor sheetAccent()
 {
     const QColor desktop = QGuiApplication::palette().color(QPalette::Active, QPalette::Highlight);
     return isUsableAccent(desktop) ? desktop : ownAccent;
+}
+
+QPalette sheetPalette()
+{
+    QPalette palette(QColor(0xf4, 0xf4, 0xf4), Qt::white);
+    palette.setColor(QPalette::Highlight, sheetAccent());
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
 }
 
 QString sheetStyleSheet()
@@ -38,10 +64,12 @@ QString sheetStyleSheet()
         QPushButton:hover { background: #f4f4f4; }
         QPushButton:pressed { background: #e2e2e2; }
         QPushButton:focus { border: 2px solid %1; padding: 0 11px; min-height: 24px; }
-        QPushButton#saveButton { border-color: %1; background: %1; color: #ffffff; }
-        QPushButton#saveButton:hover { background: %2; }
-        QPushButton#saveButton:pressed { background: %3; }
-        QPushButton#saveButton:focus { border-color: %3; }
+        QPushButton[isPrimary="true"] { border-color: %1; background: %1; color: #ffffff; }
+        QPushButton[isPrimary="true"]:hover { background: %2; }
+        QPushButton[isPrimary="true"]:pressed { background: %3; }
+        QPushButton[isPrimary="true"]:focus { border-color: %3; }
+        QPushButton:disabled { color: #8c8c8c; background: #f4f4f4; }
+        QPushButton[isPrimary="true"]:disabled { border-color: #c4c4c4; background: #f4f4f4; color: #8c8c8c; }
         QScrollBar, QAbstractScrollArea::corner { border: none; background: transparent; }
         QScrollBar:vertical { width: 10px; }
         QScrollBar:horizontal { height: 10px; }

@@ -1,12 +1,11 @@
 #include "companion/service/ApplicationQuitter.h"
 
+#include "companion/service/ProcessFiles.h"
 #include "companion/service/ProcessWindows.h"
 #include "companion/service/QuitPlan.h"
-#include "platform/BoundedRead.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QList>
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
 
 #include <csignal>
 #include <optional>
@@ -17,6 +16,8 @@
 namespace Orbita {
 
 namespace {
+
+using namespace ProcessFiles;
 
 /// A process itself, whoever gets its number after it.
 class ProcessHandle {
@@ -41,64 +42,36 @@ private:
     int m_descriptor;
 };
 
-QString procFile(qint64 process, const char *name)
-{
-    return QStringLiteral("/proc/%1/%2").arg(process).arg(QLatin1String(name));
-}
-
-QByteArray content(const QString &path)
-{
-    QFile file(path);
-    constexpr qint64 maximum = 256 * 1024; // more than any environment that a launcher hands on
-    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? readAtMost(file, maximum) : QByteArray();
-}
-
-/// The values of the line \a key of a file that is laid out as /proc/PID/status is.
-QList<QByteArray> statusValues(const QByteArray &status, const QByteArray &key)
-{
-    for (const QByteArray &line : status.split('\n')) {
-        if (line.startsWith(key + ':'))
-            return line.mid(key.size() + 1).simplified().split(' ');
-    }
-    return {};
-}
-
 /// A program that runs with somebody else's rights besides this user's is not this user's to end.
-bool isOfThisUser(const QByteArray &status)
+bool isOfThisUser(qint64 process)
 {
-    const QList<QByteArray> users = statusValues(status, "Uid"); // real, effective, saved, for files
+    const QList<QByteArray> users = statusValues(process, "Uid"); // real, effective, saved, for files
     return users.size() == 4 && users.count(QByteArray::number(getuid())) == 4;
 }
 
-bool isAncestor(qint64 process)
+/// That of the session bus; 0 without one.
+qint64 busProcess()
 {
-    qint64 ancestor = getpid();
-    while (ancestor > 1 && ancestor != process)
-        ancestor = statusValues(content(procFile(ancestor, "status")), "PPid").value(0).toLongLong();
-    return ancestor == process;
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    return bus.isConnected() ? bus.interface()->servicePid(QStringLiteral("org.freedesktop.DBus")).value() : 0;
 }
 
-QString executableName(qint64 process)
+/// Whether \a process has started the window manager or the bus, as the script of a session does that waits for its
+/// window manager, or is one of them.
+bool carriesSession(qint64 process, const std::optional<ProcessWindows> &windows)
 {
-    QString name = QFileInfo(QFile::symLinkTarget(procFile(process, "exe"))).fileName();
-    // So the kernel marks a program that was replaced, by an update for instance, while it runs.
-    if (name.endsWith(QLatin1String(" (deleted)")))
-        name.chop(10);
-    return name;
+    const auto isBehind = [process](qint64 part) { return part > 0 && isOrStarted(process, part); };
+    return isBehind(windows ? windows->windowManager() : 0) || isBehind(busProcess());
 }
 
-bool hasDisplay(qint64 process)
+QuitFacts::Windows windowsOf(qint64 process, const std::optional<ProcessWindows> &windows)
 {
-    return ('\0' + content(procFile(process, "environ"))).contains(QByteArrayLiteral("\0DISPLAY="));
-}
-
-QuitFacts::Windows windowsOf(qint64 process, std::optional<ProcessWindows> &windows)
-{
-    if (qEnvironmentVariableIsSet("DISPLAY"))
-        windows.emplace(process);
-    if (windows && windows->isDisplayReached())
+    const bool isReached = windows && windows->isDisplayReached();
+    if (isReached && windows->kind() != QuitFacts::Windows::None)
         return windows->kind();
-    return hasDisplay(process) ? QuitFacts::Windows::OutOfReach : QuitFacts::Windows::None;
+    const DisplayNames names{environmentValue(process, "DISPLAY"), environmentValue(process, "WAYLAND_DISPLAY")};
+    return mayHaveWindowsBeyond(isReached ? qgetenv("DISPLAY") : QByteArray(), names) ? QuitFacts::Windows::OutOfReach
+                                                                                      : QuitFacts::Windows::None;
 }
 
 } // namespace
@@ -111,14 +84,15 @@ Result<void, QString> quitApplication(qint64 processIdentifier)
         return Failure(planQuit(facts).error());
 
     const ProcessHandle process{pid_t(processIdentifier)};
-    const QByteArray status = content(procFile(processIdentifier, "status"));
     std::optional<ProcessWindows> windows;
-    facts.isOfThisUser = isOfThisUser(status);
-    facts.isAncestor = isAncestor(processIdentifier);
+    if (qEnvironmentVariableIsSet("DISPLAY"))
+        windows.emplace(processIdentifier);
+    facts.isOfThisUser = isOfThisUser(processIdentifier);
+    facts.isAncestor = isOrStarted(processIdentifier, getpid());
+    facts.carriesSession = carriesSession(processIdentifier, windows);
     facts.executableName = executableName(processIdentifier);
-    facts.processName = QString::fromUtf8(statusValues(status, "Name").join(' '));
+    facts.processName = QString::fromUtf8(statusValues(processIdentifier, "Name").join(' '));
     facts.windows = windowsOf(processIdentifier, windows);
-    facts.isWindowManager = windows && windows->isOfWindowManager();
     // Asked last: what has not ended by now is what all the other facts are about.
     facts.exists = process.isOpen() && (!facts.isOfThisUser || process.signal(0));
 

@@ -14,6 +14,8 @@ namespace {
 constexpr quint32 SourcePager = 2;
 /// More windows than any session has.
 constexpr quint32 MaxListBytes = 256 * 1024;
+/// How deep in the frames of window managers their clients' windows are at most.
+constexpr int FrameDepth = 3;
 
 PropertyReply read(X11Connection &connection, xcb_window_t window, xcb_atom_t property, quint32 maxBytes = 4096)
 {
@@ -33,39 +35,87 @@ ProcessWindows::ProcessWindows(qint64 processIdentifier)
 {
     if (!m_connection.isAlive())
         return;
+    findWindowManager();
+    sort(processIdentifier);
+}
+
+void ProcessWindows::findWindowManager()
+{
     const xcb_atom_t check = m_connection.atom(X11Atom::NetSupportingWmCheck);
     const xcb_window_t named = cardinal(read(m_connection, m_connection.root(), check).get());
     // What a window manager that was killed left on the root names a window that is gone.
-    if (named != XCB_NONE && cardinal(read(m_connection, named, check).get()) == named)
-        m_managerWindow = named;
-    if (m_managerWindow != XCB_NONE) {
-        const auto process = read(m_connection, m_managerWindow, m_connection.atom(X11Atom::NetWmPid));
-        m_isOfWindowManager = cardinal(process.get()) == processIdentifier;
-    }
-    for (const ApplicationWindow &window : readWindows(m_connection, candidates())) {
-        if (window.process.processIdentifier != processIdentifier)
-            continue;
+    if (named == XCB_NONE || cardinal(read(m_connection, named, check).get()) != named)
+        return;
+    m_managerWindow = named;
+    m_windowManager = m_owners.processOf(named);
+    if (m_windowManager == 0)
+        m_windowManager = cardinal(read(m_connection, named, m_connection.atom(X11Atom::NetWmPid)).get());
+}
+
+void ProcessWindows::sort(qint64 processIdentifier)
+{
+    const bool isListed = m_managerWindow != XCB_NONE;
+    for (const ApplicationWindow &window : readWindows(m_connection, isListed ? listedWindows() : unlistedWindows())) {
         const auto id = xcb_window_t(window.window);
-        if (isOfDesktop(id))
-            m_hasDesktopWindows = true;
-        else if (m_managerWindow != XCB_NONE || (isOnScreen(id) && takesPartInClosing(id)))
-            m_closable.push_back(id);
+        const bool isNamed = window.process.processIdentifier == processIdentifier;
+        const qint64 owner = m_owners.processOf(id);
+        if (owner == processIdentifier || (owner == 0 && isNamed)) {
+            if (isOfDesktop(id))
+                m_hasDesktopWindows = true;
+            else if (isListed || takesPartInClosing(id))
+                m_closable.push_back(id);
+        } else if (isNamed) {
+            m_isNamedByOthers = true;
+        }
     }
 }
 
-std::vector<xcb_window_t> ProcessWindows::candidates()
+std::vector<xcb_window_t> ProcessWindows::listedWindows()
 {
-    if (m_managerWindow != XCB_NONE) {
-        const auto list
-            = read(m_connection, m_connection.root(), m_connection.atom(X11Atom::NetClientList), MaxListBytes);
-        const auto windows = cardinals(list.get());
-        return {windows.begin(), windows.end()};
+    const auto list = read(m_connection, m_connection.root(), m_connection.atom(X11Atom::NetClientList), MaxListBytes);
+    const auto windows = cardinals(list.get());
+    return {windows.begin(), windows.end()};
+}
+
+std::vector<xcb_window_t> ProcessWindows::unlistedWindows()
+{
+    std::vector<xcb_window_t> found;
+    for (const xcb_window_t top : childrenOf(m_connection.root())) {
+        const xcb_window_t held = heldWithin(top, FrameDepth);
+        if (held != XCB_NONE && held != top) // the frame that a window manager has put around it
+            m_windowManager = m_owners.processOf(top);
+        if (held != XCB_NONE || isOnScreen(top))
+            found.push_back(held != XCB_NONE ? held : top);
     }
-    const auto tree = m_connection.reply(xcb_query_tree_reply, xcb_query_tree(m_connection.xcb(), m_connection.root()));
+    return found;
+}
+
+std::vector<xcb_window_t> ProcessWindows::childrenOf(xcb_window_t window)
+{
+    const auto tree = m_connection.reply(xcb_query_tree_reply, xcb_query_tree(m_connection.xcb(), window));
     if (!tree)
         return {};
     const xcb_window_t *children = xcb_query_tree_children(tree.get());
     return {children, children + xcb_query_tree_children_length(tree.get())};
+}
+
+xcb_window_t ProcessWindows::heldWithin(xcb_window_t window, int depth)
+{
+    if (isHeld(window))
+        return window;
+    if (depth == 0)
+        return XCB_NONE;
+    for (const xcb_window_t child : childrenOf(window)) {
+        if (const xcb_window_t held = heldWithin(child, depth - 1); held != XCB_NONE)
+            return held;
+    }
+    return XCB_NONE;
+}
+
+bool ProcessWindows::isHeld(xcb_window_t window)
+{
+    constexpr quint32 withdrawn = 0;
+    return cardinal(read(m_connection, window, m_connection.atom(X11Atom::WmState)).get(), withdrawn) != withdrawn;
 }
 
 bool ProcessWindows::isOfDesktop(xcb_window_t window)
@@ -94,7 +144,9 @@ QuitFacts::Windows ProcessWindows::kind() const
 {
     if (!m_closable.empty())
         return QuitFacts::Windows::Closable;
-    return m_hasDesktopWindows ? QuitFacts::Windows::OfDesktopOnly : QuitFacts::Windows::None;
+    if (m_hasDesktopWindows)
+        return QuitFacts::Windows::OfDesktopOnly;
+    return m_isNamedByOthers ? QuitFacts::Windows::OfAnother : QuitFacts::Windows::None;
 }
 
 void ProcessWindows::close()

@@ -2,6 +2,8 @@
 
 #include "companion/service/SessionPrograms.h"
 
+#include <algorithm>
+
 namespace Orbita {
 
 namespace {
@@ -20,14 +22,31 @@ const char *obstacle(const QuitFacts &facts)
     if (facts.executableName.isEmpty())
         return "It cannot be told which program the process %1 runs.";
     const bool isSessions = isSessionProgram(facts.executableName) || isSessionProgram(facts.processName);
-    if (isSessions || facts.isWindowManager || facts.windows == QuitFacts::Windows::OfDesktopOnly)
+    if (isSessions || facts.carriesSession || facts.windows == QuitFacts::Windows::OfDesktopOnly)
         return "The session needs the process %1.";
     if (facts.windows == QuitFacts::Windows::OutOfReach)
         return "The display that the windows of the process %1 are on cannot be reached.";
+    if (facts.windows == QuitFacts::Windows::OfAnother)
+        return "The windows that name the process %1 are another's.";
     return nullptr;
 }
 
+/// \a name without its screen, and without what merely says that the display is on this machine.
+QByteArray plainDisplay(QByteArray name)
+{
+    const qsizetype colon = name.lastIndexOf(':');
+    const qsizetype point = name.indexOf('.', std::max<qsizetype>(colon, 0));
+    if (point >= 0)
+        name.truncate(point);
+    return name.startsWith("unix:") ? name.mid(4) : name;
+}
+
 } // namespace
+
+bool mayHaveWindowsBeyond(const QByteArray &seen, const DisplayNames &names)
+{
+    return !names.wayland.isEmpty() || (!names.x11.isEmpty() && plainDisplay(names.x11) != plainDisplay(seen));
+}
 
 bool isProcessIdentifier(qint64 number)
 {

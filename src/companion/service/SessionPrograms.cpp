@@ -18,6 +18,13 @@ constexpr std::array sessionPrograms{
     "dbus-broker-launch",
     "dbus-run-session",
     "at-spi-bus-launcher",
+    // Terminals that outlive their windows.
+    "tmux",
+    "tmux: server",
+    "screen",
+    "SCREEN",
+    "dtach",
+    "abduco",
     // Display servers, and what starts them.
     "Xorg",
     "Xorg.wrap",

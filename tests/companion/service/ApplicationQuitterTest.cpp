@@ -1,5 +1,6 @@
 #include "companion/service/ApplicationQuitter.h"
 
+#include "companion/service/ProcessWindows.h"
 #include "companion/service/QuitPlan.h"
 #include "desktop/harness/Session.h"
 #include "desktop/harness/Wait.h"
@@ -49,24 +50,45 @@ INSTANTIATE_TEST_SUITE_P(
         PlanRow{"gone", [](QuitFacts &f) { f.exists = false; }, {}},
         PlanRow{"another users", [](QuitFacts &f) { f.isOfThisUser = false; }, {}},
         PlanRow{"an ancestor", [](QuitFacts &f) { f.isAncestor = true; }, {}},
-        PlanRow{"the window manager", [](QuitFacts &f) { f.isWindowManager = true; }, {}},
+        PlanRow{"what the session stands on", [](QuitFacts &f) { f.carriesSession = true; }, {}},
         PlanRow{"a kernel thread", [](QuitFacts &f) { f.executableName.clear(); }, {}},
         PlanRow{"a shell", [](QuitFacts &f) { f.executableName = u"plasmashell"_s; }, {}},
         PlanRow{"a script by its cut name", [](QuitFacts &f) { f.processName = u"cinnamon-launch"_s; }, {}},
+        PlanRow{"the terminals of others", [](QuitFacts &f) { f.processName = u"tmux: server"_s; }, {}},
         PlanRow{"not by a mere beginning", [](QuitFacts &f) { f.processName = u"cinn"_s; }, QuitStep::CloseWindows},
         PlanRow{"a panel", [](QuitFacts &f) { f.windows = Windows::OfDesktopOnly; }, {}},
+        PlanRow{"windows of another", [](QuitFacts &f) { f.windows = Windows::OfAnother; }, {}},
         PlanRow{"windows out of reach", [](QuitFacts &f) { f.windows = Windows::OutOfReach; }, {}}),
     rowName<PlanRow>);
 
-class QuitWithWindows : public testing::TestWithParam<WindowManager> {};
+TEST(QuitFacts, tell_of_windows_on_other_displays)
+{
+    for (const char *name : {"", ":1", ":1.0", "unix:1"})
+        EXPECT_FALSE(mayHaveWindowsBeyond(":1.2", {name, ""})) << name;
+    for (const char *name : {":0", ":10", "localhost:1", "192.168.0.1:1", "?"})
+        EXPECT_TRUE(mayHaveWindowsBeyond(":1.2", {name, ""})) << name;
+    EXPECT_TRUE(mayHaveWindowsBeyond(":1", {":1", "wayland-0"}));
+    EXPECT_TRUE(mayHaveWindowsBeyond("", {":1", ""}));
+}
+
+struct WindowsRow {
+    const char *name;
+    WindowManager windowManager;
+    const char *title;
+    QString program;
+    QStringList arguments;
+};
+
+class QuitWithWindows : public testing::TestWithParam<WindowsRow> {};
 
 TEST_P(QuitWithWindows, closes_them_and_sends_no_signal)
 {
-    DesktopSession session({.windowManager = GetParam(), .sessionBus = false});
+    const WindowsRow &row = GetParam();
+    DesktopSession session({.windowManager = row.windowManager, .sessionBus = false});
     qputenv("DISPLAY", session.connection().display());
-    Program &asked = session.start(u"plain-window"_s, {u"--title"_s, u"A"_s});
+    Program &asked = session.start(row.program, row.arguments);
     Program &other = session.start(u"plain-window"_s, {u"--title"_s, u"B"_s});
-    session.windows().waitFor(withTitle(u"A"_s), u"A"_s);
+    session.windows().waitFor(withTitle(QLatin1String(row.title)), u"asked"_s);
     session.windows().waitFor(withTitle(u"B"_s), u"B"_s);
 
     EXPECT_TRUE(quitApplication(asked.pid()).hasValue());
@@ -75,21 +97,49 @@ TEST_P(QuitWithWindows, closes_them_and_sends_no_signal)
     qunsetenv("DISPLAY");
 }
 
-INSTANTIATE_TEST_SUITE_P(, QuitWithWindows, testing::Values(WindowManager::Openbox, WindowManager::None));
+INSTANTIATE_TEST_SUITE_P(
+    , QuitWithWindows,
+    testing::Values(WindowsRow{"listed", WindowManager::Openbox, "A", u"plain-window"_s, {u"--title"_s, u"A"_s}},
+                    WindowsRow{
+                        "on the mere screen", WindowManager::None, "A", u"plain-window"_s, {u"--title"_s, u"A"_s}},
+                    WindowsRow{"listed and silent about its process", WindowManager::Openbox, "xedit", u"xedit"_s, {}}),
+    rowName<WindowsRow>);
 
 TEST(QuitApplication, signals_what_has_no_windows_unless_they_may_be_out_of_reach)
 {
-    qunsetenv("DISPLAY");
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(u"DISPLAY"_s);
-    Program plain(u"sleep"_s, {u"600"_s}, environment);
-    environment.insert(u"DISPLAY"_s, u":no-such-display"_s);
-    Program onDisplay(u"sleep"_s, {u"600"_s}, environment);
+    DesktopSession session({.windowManager = WindowManager::None, .sessionBus = false});
+    const QByteArray display = session.connection().display();
+    const auto sleeper = [&](const QString &variable, const QString &value) -> Program & {
+        QProcessEnvironment environment;
+        environment.insert(variable, value);
+        return session.start(u"sleep"_s, {u"600"_s}, environment);
+    };
+    Program &without = sleeper(u"DISPLAY"_s, {});
+    Program &here = sleeper(u"DISPLAY"_s, QString::fromLatin1(display));
+    Program &elsewhere = sleeper(u"DISPLAY"_s, u":no-such-display"_s);
+    Program &onWayland = sleeper(u"WAYLAND_DISPLAY"_s, u"wayland-0"_s);
 
-    EXPECT_TRUE(quitApplication(plain.pid()).hasValue());
-    EXPECT_EQ(plain.waitForExit(), 128 + SIGTERM);
-    EXPECT_FALSE(quitApplication(onDisplay.pid()).hasValue());
-    EXPECT_FALSE(quitApplication(plain.pid()).hasValue()) << "it has ended";
+    qunsetenv("DISPLAY");
+    EXPECT_FALSE(quitApplication(here.pid()).hasValue()) << "where no display can be looked at";
+    EXPECT_TRUE(quitApplication(without.pid()).hasValue());
+    EXPECT_EQ(without.waitForExit(), 128 + SIGTERM);
+    EXPECT_FALSE(quitApplication(without.pid()).hasValue()) << "it has ended";
+    qputenv("DISPLAY", display);
+    EXPECT_FALSE(quitApplication(elsewhere.pid()).hasValue());
+    EXPECT_FALSE(quitApplication(onWayland.pid()).hasValue());
+    EXPECT_TRUE(quitApplication(here.pid()).hasValue());
+    EXPECT_EQ(here.waitForExit(), 128 + SIGTERM);
+    qunsetenv("DISPLAY");
+}
+
+TEST(QuitApplication, spares_the_script_that_waits_for_the_window_manager)
+{
+    DesktopSession session({.windowManager = WindowManager::None, .sessionBus = false});
+    qputenv("DISPLAY", session.connection().display());
+    Program &script = session.start(u"sh"_s, {u"-c"_s, u"openbox & wait"_s});
+    waitUntil([] { return ProcessWindows(0).windowManager() > 0; }, u"there was a window manager"_s);
+    EXPECT_TRUE(quitApplication(script.pid()).error().contains(QLatin1String("session")));
+    qunsetenv("DISPLAY");
 }
 
 TEST(QuitApplication, spares_itself_and_what_it_descends_from)

@@ -111,8 +111,7 @@ const char *ToolkitService::doubtAbout(const QString &script, const VXRemoteActi
     if (answer->name() != QLatin1String("verifyApplescriptResult")
         || answer->valueForParameter(QStringLiteral("result")) != scriptAnswer(script))
         return "a script whose verification failed";
-    const bool isWhollyVerified = script.toUtf8().size() == script.size();
-    if (!isWhollyVerified && !m_means.isOwnScript(script))
+    if (!m_means.isOwnScript(script))
         return "a script that is none of the user's items";
     return m_runner.runningCount() < maximumRunningScripts ? nullptr : tooManyRun;
 }
@@ -132,18 +131,27 @@ void ToolkitService::refuseGuess(const VXRemoteAction &)
     m_waitingScripts = 0;
     m_isClosed = true;
     m_scheduler.after(closedAfterGuess, *this, [this, round = ++m_round] {
-        if (m_round == round)
-            m_isClosed = false;
+        if (m_round != round)
+            return;
+        m_isClosed = false;
+        if (std::exchange(m_endsOnceOpen, false))
+            Q_EMIT endRequested();
     });
+}
+
+void ToolkitService::end()
+{
+    if (m_isClosed)
+        m_endsOnceOpen = true; // the companion that is started next would take scripts
+    else
+        Q_EMIT endRequested();
 }
 
 void ToolkitService::terminate(const VXRemoteAction &action)
 {
     const auto processId = action.valueForParameter(QStringLiteral("processId"));
-    if (!processId) {
-        Q_EMIT endRequested();
-        return;
-    }
+    if (!processId)
+        return end();
     bool isNumber = false;
     const qint64 process = processId->toLongLong(&isNumber);
     if (!isNumber)

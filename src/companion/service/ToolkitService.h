@@ -34,8 +34,8 @@ public:
     struct Means {
         /// Asks a process to quit; a failure is one sentence.
         std::function<Result<void, QString>(qint64 processIdentifier)> quit;
-        /// Whether a script is that of one of the user's items, letter for letter. Asked for scripts with characters
-        /// outside ASCII only: the digests leave out the end of those, so that Orbita's answer fits other scripts too.
+        /// Whether a script is that of one of the user's items, letter for letter. The digests leave out the end of one
+        /// with characters outside ASCII, so that Orbita's answer alone fits other scripts too.
         std::function<bool(const QString &script)> isOwnScript;
     };
 
@@ -48,7 +48,7 @@ public:
     void open(const QString &url);
 
 Q_SIGNALS:
-    /// Orbita wants the companion to end.
+    /// The companion is to end: at once when it was asked to, or, after a guess, once it would take scripts again.
     void endRequested();
 
 private:
@@ -56,6 +56,7 @@ private:
     void observe(const QString &name, Action action);
     void executeApplescript(const VXRemoteAction &action);
     void terminate(const VXRemoteAction &action);
+    void end();
     void refuseGuess(const VXRemoteAction &answer);
 
     [[nodiscard]] const char *obstacleFor(const std::optional<QString> &script) const;
@@ -70,6 +71,7 @@ private:
     Means m_means;
     bool m_isUnderstood = false; ///< whether the address at hand reached somebody
     bool m_isClosed = false;     ///< after a guess
+    bool m_endsOnceOpen = false; ///< it was asked to end while closed
     int m_waitingScripts = 0;
     int m_round = 0; ///< counts guesses: answers to questions of earlier rounds no longer matter
 };

@@ -1,5 +1,6 @@
 #include "desktop/harness/Session.h"
 #include "desktop/harness/Wait.h"
+#include "platform/PropertyList.h"
 #include "platform/desktop/DesktopApplication.h"
 #include "toolkit/Digest.h"
 #include "toolkit/EscapeCharacters.h"
@@ -7,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -63,6 +65,10 @@ protected:
 TEST_F(ToolkitProgram, runs_a_script_that_orbita_vouches_for_and_ends_in_good_order)
 {
     ASSERT_EQ(orbita.registerOn(session.bus().connection()), DesktopApplication::Registration::Registered);
+    const QString items = session.folders().data() + u"/orbita/menuItems.plist"_s;
+    const QVariantMap item{{u"class"_s, u"AppleScriptMenuItem"_s}, {u"script"_s, script}};
+    QDir().mkpath(QFileInfo(items).path());
+    ASSERT_TRUE(PropertyList::write(items, QVariantList{item}, PropertyList::Format::Xml).hasValue());
     Program &service = session.start(program, {u"--service"_s});
     session.bus().waitForName(toolkit);
     execute();

@@ -39,6 +39,17 @@ protected:
         center.setUrlSchemeForReceiving(scheme);
         center.setUrlSchemeOfRecipient(recipient);
         QObject::connect(&service, &ToolkitService::endRequested, &service, [this] { ++ends; });
+        setItems({script});
+    }
+
+    /// Makes \a scripts those of the user's items.
+    void setItems(const QStringList &scripts) const
+    {
+        QVariantList list;
+        for (const QString &text : scripts)
+            list.append(QVariantMap{{u"class"_s, u"AppleScriptMenuItem"_s}, {u"script"_s, text}});
+        const QVariantMap collection{{u"subitems"_s, list}};
+        ASSERT_TRUE(PropertyList::write(items, QVariantList{collection}, PropertyList::Format::Binary).hasValue());
     }
 
     void send(const QString &name, const VXRemoteAction::Parameters &params)
@@ -139,17 +150,15 @@ TEST_F(ToolkitServiceTest, runs_nothing_without_the_right_answer)
     EXPECT_EQ(runner.scripts.size(), 1);
 }
 
-TEST_F(ToolkitServiceTest, runs_no_script_that_differs_only_where_the_digest_does_not_reach)
+TEST_F(ToolkitServiceTest, runs_only_what_is_an_item_letter_for_letter_whatever_the_answer)
 {
     const QString own = QString::fromUtf8("# \u00E4\u00E4 ok");
     const QString forged = QString::fromUtf8("# \u00E4\u00E4 rm");
-    ASSERT_EQ(scriptAnswer(forged), scriptAnswer(own));
-    const QVariantMap item{{u"class"_s, u"AppleScriptMenuItem"_s}, {u"script"_s, own}};
-    const QVariantMap collection{{u"subitems"_s, QVariantList{item}}};
-    ASSERT_TRUE(PropertyList::write(items, QVariantList{collection}, PropertyList::Format::Binary).hasValue());
-    for (const QString &text : {forged, own}) {
+    ASSERT_EQ(scriptAnswer(forged), scriptAnswer(own)) << "the digests do not reach that far";
+    setItems({own});
+    for (const QString &text : {forged, script, own}) {
         execute(text);
-        answer(scriptAnswer(own), lastId());
+        answer(scriptAnswer(text), lastId());
     }
     EXPECT_EQ(runner.scripts, QStringList{own});
 }
@@ -184,6 +193,12 @@ TEST_F(ToolkitServiceTest, quits_what_has_a_number_and_ends_without_one)
     EXPECT_EQ(ends, 0);
     send(terminate, {});
     EXPECT_EQ(ends, 1);
+    answer(QString(), u"guess"_s);
+    send(terminate, {});
+    scheduler.advance(9s);
+    EXPECT_EQ(ends, 1) << "the next companion would take scripts";
+    scheduler.advance(1s);
+    EXPECT_EQ(ends, 2);
 }
 
 TEST_F(ToolkitServiceTest, does_nothing_for_addresses_that_make_no_sense)

@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include <csignal>
+#include <cstdlib>
 
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -21,13 +22,15 @@ RunningScript::RunningScript(ScriptCommand command, QObject *parent)
     if (m_command.input.isEmpty())
         m_process.setStandardInputFile(QProcess::nullDevice());
     // Between fork and exec: nothing but system calls.
-    m_process.setChildProcessModifier(
-        [output = m_output->writeEnd(ScriptOutput::Output), errors = m_output->writeEnd(ScriptOutput::Error)] {
-            setsid();
-            prctl(PR_SET_PDEATHSIG, SIGTERM); // should the companion crash
-            dup2(output, STDOUT_FILENO);
-            dup2(errors, STDERR_FILENO);
-        });
+    m_process.setChildProcessModifier([parent = getpid(), output = m_output->writeEnd(ScriptOutput::Output),
+                                       errors = m_output->writeEnd(ScriptOutput::Error)] {
+        setsid();
+        prctl(PR_SET_PDEATHSIG, SIGTERM); // should the companion crash
+        if (getppid() != parent)          // it did so before that
+            _exit(EXIT_FAILURE);
+        dup2(output, STDOUT_FILENO);
+        dup2(errors, STDERR_FILENO);
+    });
     connect(&m_process, &QProcess::started, this, [this] {
         m_group = m_process.processId();
         if (m_isStopping)

@@ -22,6 +22,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -94,30 +95,50 @@ struct Companion {
     Lifetime lifetime{scheduler};
 };
 
-/// Calls \a method of the instance that runs.
-int callInstance(const QString &method, const QVariantList &arguments)
+/// What the instance that runs answers to a call of \a method.
+QDBusMessage callInstance(const QString &method, const QVariantList &arguments)
 {
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
-        return fail("There is no session bus, so a running companion cannot be reached.");
     auto call = QDBusMessage::createMethodCall(busName, DesktopApplication::objectPath(busName),
                                                u"org.freedesktop.Application"_s, method);
     call.setArguments(arguments);
     call.setAutoStartService(false);
-    const QDBusMessage answer = bus.call(call);
-    if (answer.type() == QDBusMessage::ReplyMessage)
-        return EXIT_SUCCESS;
-    return fail(answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1
-                    ? "The companion is not running."
-                    : "The companion runs but did not answer.");
+    return QDBusConnection::sessionBus().call(call);
 }
 
-int serve(const QStringList &urls)
+/// Whether \a answer says that no instance runs.
+bool isNobodys(const QDBusMessage &answer)
+{
+    return answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown"_L1;
+}
+
+int statusOf(const QDBusMessage &answer)
+{
+    if (answer.type() == QDBusMessage::ReplyMessage)
+        return EXIT_SUCCESS;
+    return fail(isNobodys(answer) ? "The companion is not running." : "The companion runs but did not answer.");
+}
+
+int endScripts()
+{
+    if (!QDBusConnection::sessionBus().isConnected())
+        return fail("There is no session bus, so a running companion cannot be reached.");
+    return statusOf(callInstance(u"ActivateAction"_s, {stopScripts, QVariantList(), QVariantMap()}));
+}
+
+/// Nothing when the instance that runs has ended instead of taking \a urls.
+std::optional<int> handOver(const QStringList &urls)
+{
+    const QDBusMessage answer = callInstance(u"Open"_s, {urls, QVariantMap()});
+    return isNobodys(answer) ? std::nullopt : std::optional(statusOf(answer));
+}
+
+/// Serves, or leaves \a urls to the instance that does. Nothing when that one has ended in between.
+std::optional<int> tryToServe(const QStringList &urls)
 {
     DesktopApplication application(busName, {stopScripts});
     switch (application.registerOn(QDBusConnection::sessionBus())) {
     case DesktopApplication::Registration::AlreadyRunning:
-        return urls.isEmpty() ? EXIT_SUCCESS : callInstance(u"Open"_s, {urls, QVariantMap()});
+        return urls.isEmpty() ? std::optional(EXIT_SUCCESS) : handOver(urls);
     case DesktopApplication::Registration::NoBus:
         qCWarning(lcCompanion, "There is no session bus: Orbita cannot be asked about scripts.");
         break;
@@ -128,6 +149,14 @@ int serve(const QStringList &urls)
     companion.connectAll();
     companion.open(urls);
     return QCoreApplication::exec();
+}
+
+int serve(const QStringList &urls)
+{
+    std::optional<int> status;
+    while (!status)
+        status = tryToServe(urls);
+    return *status;
 }
 
 } // namespace
@@ -156,6 +185,6 @@ int main(int argc, char **argv)
         return EXIT_SUCCESS;
     }
     if (parser.isSet(stop))
-        return callInstance(u"ActivateAction"_s, {stopScripts, QVariantList(), QVariantMap()});
+        return endScripts();
     return serve(parser.positionalArguments());
 }

@@ -9,6 +9,8 @@
 #include <cstdio>
 
 #include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
 #include <unistd.h>
 
 namespace Orbita {
@@ -22,6 +24,32 @@ void closeDescriptor(int &descriptor)
 {
     if (descriptor >= 0)
         ::close(std::exchange(descriptor, -1));
+}
+
+bool hasWriter(int readEnd)
+{
+    pollfd state{readEnd, POLLIN, 0};
+    return readEnd >= 0 && poll(&state, 1, 0) >= 0 && (state.revents & POLLHUP) == 0;
+}
+
+/// Leaves \a readEnd to a process that throws away what is written, until nobody can write any more.
+void leaveToDrain(int readEnd)
+{
+    fcntl(readEnd, F_SETFL, 0); // it waits for what is written
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawnattr_init(&attributes);
+    posix_spawn_file_actions_adddup2(&actions, readEnd, STDIN_FILENO);
+    for (const int output : {STDOUT_FILENO, STDERR_FILENO})
+        posix_spawn_file_actions_addopen(&actions, output, "/dev/null", O_WRONLY, 0);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+    char program[] = "/bin/cat";
+    char *const arguments[]{program, nullptr};
+    if (posix_spawn(nullptr, program, &actions, &attributes, arguments, environ) != 0)
+        qCWarning(lcCompanion, "What a script has left running cannot write any more.");
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
 }
 
 } // namespace
@@ -44,7 +72,11 @@ ScriptOutput::ScriptOutput(QObject *parent) : QObject(parent)
 ScriptOutput::~ScriptOutput()
 {
     closeWriteEnds();
-    std::ranges::for_each(m_pipes, [this](Pipe &pipe) { close(pipe); });
+    for (Pipe &pipe : m_pipes) {
+        if (hasWriter(pipe.readEnd))
+            leaveToDrain(pipe.readEnd);
+        close(pipe);
+    }
 }
 
 void ScriptOutput::closeWriteEnds()

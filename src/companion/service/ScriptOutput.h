@@ -13,7 +13,8 @@ namespace Orbita {
 /// Two pipes for what a script writes, which passes on to this program's standard error.
 ///
 /// They are read until the last writer has gone, which may be a program that the script has left running: it would be
-/// ended by writing into a closed pipe.
+/// ended by writing into a closed pipe. So where this object ends first, a process that throws everything away reads
+/// on.
 class ScriptOutput final : public QObject {
     Q_OBJECT
 public:

@@ -133,11 +133,17 @@ TEST_F(ProcessScriptRunnerTest, stops_what_a_script_has_started_even_against_its
 
 TEST_F(ProcessScriptRunnerTest, leaves_running_what_a_script_leaves_running)
 {
-    // What is left writes on when the script has ended, and must not be ended by that.
-    run(u"#!/bin/sh\n{ while [ ! -e %1/go ]; do sleep 0.01; done; echo text; touch %1/lived; } &\n"_s);
+    // What is left writes on when the script has ended, and the companion, and must not be ended by that.
+    run(QStringLiteral("#!/bin/sh\nwait_for() { while [ ! -e %1/$1 ]; do sleep 0.01; done; }\n"
+                       "{ wait_for go; echo text; touch %1/lived; wait_for on;"
+                       " head -c 1000000 /dev/zero && echo text >&2; echo $? > %1/status; } &\n"));
     waitForEnd();
-    QFile(folder.filePath(u"go"_s)).open(QIODevice::WriteOnly);
+    const auto proceed = [this](const QString &file) { QFile(folder.filePath(file)).open(QIODevice::WriteOnly); };
+    proceed(u"go"_s);
     waitUntil([this] { return has(u"lived"_s); }, u"it wrote"_s);
+    runner.reset();
+    proceed(u"on"_s);
+    waitUntil([this] { return content(u"status"_s) == "0\n"; }, u"it wrote without a reader of ours"_s);
 }
 
 TEST_F(ProcessScriptRunnerTest, passes_on_so_much_of_endless_output)

@@ -7,6 +7,7 @@
 #include "platform/desktop/Launcher.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace Orbita {
 
@@ -72,6 +73,15 @@ Result<void, Workspace::Error> ApplicationLauncher::openNewWindow(const QString 
     }
     const Entry entry = entryOfAction(info, action);
     return entry ? launch(entry.get(), {}, m_notifier) : Failure(Workspace::Error::LaunchFailed);
+}
+
+QString ApplicationLauncher::busNameOf(const QString &path)
+{
+    const auto application = applicationEntry(path);
+    if (!application || !isBusActivatable(application.value().get()))
+        return {};
+    const char *file = g_desktop_app_info_get_filename(application.value().get());
+    return QFileInfo(QFile::decodeName(file)).completeBaseName();
 }
 
 } // namespace Orbita

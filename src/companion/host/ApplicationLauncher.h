@@ -19,6 +19,10 @@ public:
     /// path offers. Error::Unsupported when it offers none of them.
     [[nodiscard]] Result<void, Workspace::Error> openNewWindow(const QString &path);
 
+    /// The bus name at which the application at \a path is asked to open something; empty for one that is started as a
+    /// process of its own.
+    [[nodiscard]] static QString busNameOf(const QString &path);
+
 private:
     StartupNotifier &m_notifier;
 };

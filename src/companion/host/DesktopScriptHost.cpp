@@ -1,3 +1,5 @@
+#include "platform/Glib.h"
+
 #include "companion/host/DesktopScriptHost.h"
 
 #include "companion/host/ApplicationLauncher.h"
@@ -58,16 +60,26 @@ QStandardPaths::StandardLocation locationOf(StandardFolder folder)
     return QStandardPaths::TempLocation;
 }
 
+/// What GLib is to send over its own connection leaves by a thread of its own.
+void flushLaunches()
+{
+    const GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (bus)
+        g_dbus_connection_flush_sync(bus.get(), nullptr, nullptr);
+}
+
 /// Returns when the bus has delivered what was sent to \a service before, starting that where needed: messages to one
 /// receiver keep their order, and the bus forgets those of a sender that has left.
 void waitForDelivery(const QString &service)
 {
+    constexpr auto startPatience = 25s; // the bus says earlier when a service cannot be started
     QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
+    if (service.isEmpty() || !bus.isConnected())
         return;
+    flushLaunches();
     const QDBusMessage ping
         = QDBusMessage::createMethodCall(service, u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
-    bus.call(ping, QDBus::BlockWithGui, int(std::chrono::milliseconds(patience).count()));
+    bus.call(ping, QDBus::BlockWithGui, int(std::chrono::milliseconds(startPatience).count()));
 }
 
 } // namespace
@@ -92,7 +104,9 @@ public:
     Applications(Screen &screen, const Options &options)
         : m_screen(screen),
           scripts({m_workspace, m_running, m_launcher, readInstalledApplications, options.quitApplication,
-                   [this] { catchUp(); }, [this](const auto &condition) { return waitFor(condition, patience); }})
+                   [this] { catchUp(); },
+                   [](const QString &path) { waitForDelivery(ApplicationLauncher::busNameOf(path)); },
+                   [this](const auto &condition) { return waitFor(condition, patience); }})
     {
     }
 

@@ -109,6 +109,7 @@ ScriptResult<void> ScriptApplications::start(const QString &name, const QString 
 {
     if (!m_services.workspace.launchApplication(path))
         return fail(ScriptFailure::noSuchApplication, u"The application %1 cannot be started."_s.arg(quoted(name)));
+    m_services.waitForDelivery(path);
     // What the script does next may be meant for its window. One without a window never appears.
     m_services.wait([&] { return runningAt(path).has_value(); });
     return {};
@@ -170,13 +171,28 @@ ScriptResult<void> ScriptApplications::makeNewDocument(const QString &name)
         return Failure(application.error());
     if (application->path.isEmpty())
         return fail(ScriptFailure::notUnderstood, u"%1 makes no new documents."_s.arg(quoted(name)));
-    const auto opened = m_services.launcher.openNewWindow(application->path);
-    if (opened)
-        return {};
+    auto opened = m_services.launcher.openNewWindow(application->path);
     // Most applications that know of no such action open a window each time they are started.
-    if (opened.error() == Error::Unsupported && m_services.workspace.launchApplication(application->path))
-        return {};
-    return fail(ScriptFailure::notUnderstood, u"%1 makes no new documents."_s.arg(quoted(name)));
+    if (!opened && opened.error() == Error::Unsupported)
+        opened = m_services.workspace.launchApplication(application->path);
+    if (!opened)
+        return fail(ScriptFailure::notUnderstood, u"%1 makes no new documents."_s.arg(quoted(name)));
+    m_services.waitForDelivery(application->path);
+    return {};
+}
+
+ScriptResult<void> ScriptApplications::openOne(const QString &path, const QString &with)
+{
+    Workspace &workspace = m_services.workspace;
+    auto opened = checked(with.isEmpty() ? workspace.openFile(path) : workspace.openFile(path, with), path);
+    if (!opened)
+        return opened;
+    if (!with.isEmpty())
+        m_services.waitForDelivery(with);
+    else
+        m_services.waitForDelivery(
+            isApplicationPath(path) ? path : workspace.defaultApplicationForFile(path).value_or(QString()));
+    return {};
 }
 
 ScriptResult<void> ScriptApplications::open(const QString &name, const QStringList &paths)
@@ -193,9 +209,7 @@ ScriptResult<void> ScriptApplications::open(const QString &name, const QStringLi
             return fail(ScriptFailure::notFound, u"There is nothing at %1."_s.arg(quoted(path)));
     }
     for (const QString &path : paths) {
-        auto opened = checked(
-            with.isEmpty() ? m_services.workspace.openFile(path) : m_services.workspace.openFile(path, with), path);
-        if (!opened)
+        if (auto opened = openOne(path, with); !opened)
             return opened;
     }
     return {};
@@ -208,12 +222,20 @@ ScriptResult<void> ScriptApplications::openLocation(const QString &name, const Q
         return fail(ScriptFailure::general, u"%1 is no address with a scheme such as https."_s.arg(quoted(url)));
     if (address.isLocalFile())
         return open(name, {address.toLocalFile()});
-    if (opensWithDefault(name))
-        return checked(m_services.workspace.openUrl(address), url);
+    if (opensWithDefault(name)) {
+        auto opened = checked(m_services.workspace.openUrl(address), url);
+        if (opened)
+            m_services.waitForDelivery(
+                m_services.workspace.defaultApplicationForScheme(address.scheme()).value_or(QString()));
+        return opened;
+    }
     const auto application = find(name);
     if (!application || application->path.isEmpty())
         return Failure(application ? noSuchApplication(name) : application.error());
-    return checked(m_services.launcher.openUrl(address, application->path), url);
+    auto opened = checked(m_services.launcher.openUrl(address, application->path), url);
+    if (opened)
+        m_services.waitForDelivery(application->path);
+    return opened;
 }
 
 ScriptResult<void> ScriptApplications::reveal(const QString &path)

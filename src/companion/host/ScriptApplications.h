@@ -25,6 +25,8 @@ public:
         std::function<Result<void, QString>(qint64 processIdentifier)> quit;
         /// Returns when \a runningApplications knows of all that has happened so far.
         std::function<void()> catchUp;
+        /// Returns when the application at a path has what it was asked to open before; at once for an empty path.
+        std::function<void(const QString &path)> waitForDelivery;
         /// Waits a few seconds for a condition; false when it still does not hold.
         std::function<bool(const std::function<bool()> &condition)> wait;
     };
@@ -49,6 +51,8 @@ private:
     [[nodiscard]] std::optional<QString> pathOf(const QString &name);
     [[nodiscard]] std::optional<RunningApplication> runningAt(const QString &path) const;
     ScriptResult<void> start(const QString &name, const QString &path);
+    /// Opens \a path, with the application at \a with or, if that is empty, the preferred one.
+    ScriptResult<void> openOne(const QString &path, const QString &with);
 
     Services m_services;
     QHash<QString, QString> m_paths; ///< of installed applications that were asked for, by name

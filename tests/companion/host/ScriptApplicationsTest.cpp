@@ -55,7 +55,7 @@ public:
                                     quits << u"quit 1234"_s;
                                     return {};
                                 },
-                                [] {}, [](const auto &condition) { return condition(); }}};
+                                [] {}, [](const QString &) {}, [](const auto &condition) { return condition(); }}};
 
     ApplicationsDesktop()
     {

@@ -1,6 +1,7 @@
 #include "companion/host/ClipboardKeeper.h"
 
 #include "companion/host/ChildProcess.h"
+#include "companion/host/PlatformChoice.h"
 #include "platform/BoundedRead.h"
 
 #include <QClipboard>
@@ -36,6 +37,7 @@ void leaveSession()
 int handOut(int argc, char **argv, const QByteArray &text, int ready)
 {
     leaveSession();
+    const PlatformChoice choice(isDisplayReachable());
     QGuiApplication application(argc, argv);
     QClipboard &clipboard = *QGuiApplication::clipboard();
     clipboard.setText(QString::fromUtf8(text));

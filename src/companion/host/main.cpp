@@ -1,14 +1,13 @@
 #include "companion/host/ChildProcess.h"
 #include "companion/host/ClipboardKeeper.h"
 #include "companion/host/DesktopScriptHost.h"
+#include "companion/host/PlatformChoice.h"
 #include "companion/host/ScriptSource.h"
 #include "companion/script/ScriptInterpreter.h"
 #include "companion/service/ApplicationQuitter.h"
 
 #include <QApplication>
 #include <QFile>
-
-#include <xcb/xcb.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -18,40 +17,6 @@ namespace {
 
 using namespace Orbita;
 using DisplayState = DesktopScriptHost::DisplayState;
-
-/// Asked first, because the toolkit ends the program with a core dump where there is no display.
-DisplayState findDisplay()
-{
-    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
-    const bool isReachable = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return isReachable ? DisplayState::Reachable : DisplayState::Missing;
-}
-
-/// Sets the toolkit's platform for as long as the application is made. What scripts start must not inherit the choice.
-class PlatformChoice {
-public:
-    explicit PlatformChoice(DisplayState display)
-        : m_isOurs(display == DisplayState::Missing || !qEnvironmentVariableIsSet(variable)),
-          m_before(qgetenv(variable))
-    {
-        if (m_isOurs)
-            qputenv(variable, display == DisplayState::Missing ? "offscreen" : "xcb");
-    }
-    ~PlatformChoice()
-    {
-        if (m_isOurs && m_before.isNull())
-            qunsetenv(variable);
-        else if (m_isOurs)
-            qputenv(variable, m_before);
-    }
-    Q_DISABLE_COPY_MOVE(PlatformChoice)
-
-private:
-    static constexpr char variable[] = "QT_QPA_PLATFORM";
-    bool m_isOurs;
-    QByteArray m_before;
-};
 
 void tell(const ProblemReport &report, DisplayState display, DesktopScriptHost &host)
 {
@@ -93,8 +58,8 @@ int main(int argc, char **argv)
         return EXIT_FAILURE;
     }
     endChildrenWithProgram();
-    const DisplayState display = findDisplay();
-    std::optional<PlatformChoice> choice(display);
+    const DisplayState display = isDisplayReachable() ? DisplayState::Reachable : DisplayState::Missing;
+    std::optional<PlatformChoice> choice(display == DisplayState::Reachable);
     QApplication application(argc, argv);
     choice.reset();
     QApplication::setApplicationName(QStringLiteral("orbita-script"));

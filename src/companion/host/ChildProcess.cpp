@@ -1,7 +1,10 @@
 #include "companion/host/ChildProcess.h"
 
+#include "companion/host/OutputPipe.h"
+
 #include <QEventLoop>
 #include <QProcess>
+#include <QSocketNotifier>
 
 #include <atomic>
 #include <csignal>
@@ -54,9 +57,25 @@ private:
     sigset_t m_before;
 };
 
+/// What the child writes. The pipes are our own because they may have to outlive it.
+struct ChildPipes {
+    OutputPipe output;
+    OutputPipe errors;
+
+    [[nodiscard]] bool areOpen() const { return output.isOpen() && errors.isOpen(); }
+    [[nodiscard]] bool areAbandoned() const { return output.isAbandoned() && errors.isAbandoned(); }
+    void closeWriteEnds()
+    {
+        output.closeWriteEnd();
+        errors.closeWriteEnd();
+    }
+};
+
 /// Runs in the child between fork and exec: only async-signal-safe calls.
-void becomeGroupLeader(pid_t parent)
+void becomeGroupLeader(pid_t parent, const ChildPipes &pipes)
 {
+    ::dup2(pipes.output.writeEnd(), STDOUT_FILENO);
+    ::dup2(pipes.errors.writeEnd(), STDERR_FILENO);
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent) // it died before it was asked to tell of that
@@ -67,11 +86,13 @@ void becomeGroupLeader(pid_t parent)
 }
 
 /// Starts \a process and notes its group. False when it cannot be started.
-bool startInGroup(QProcess &process)
+bool startInGroup(QProcess &process, ChildPipes &pipes)
 {
     const SignalsHeld held;
-    process.setChildProcessModifier([parent = ::getpid()] { becomeGroupLeader(parent); });
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.setChildProcessModifier([parent = ::getpid(), &pipes] { becomeGroupLeader(parent, pipes); });
     process.start();
+    pipes.closeWriteEnds();
     const auto group = pid_t(process.processId());
     if (group > 0) {
         ::setpgid(group, group); // whoever of the two comes first
@@ -88,29 +109,45 @@ bool take(QByteArray &bytes, const QByteArray &arrived)
     return fits;
 }
 
+/// Runs the event loop until \a process has ended, and notes what it writes meanwhile.
+void readUntilEnd(QProcess &process, const ChildPipes &pipes, ChildOutcome &outcome)
+{
+    QEventLoop loop;
+    QSocketNotifier output(pipes.output.readEnd(), QSocketNotifier::Read);
+    QSocketNotifier errors(pipes.errors.readEnd(), QSocketNotifier::Read);
+    const auto takeFrom = [&outcome](const OutputPipe &pipe, QByteArray &bytes, QSocketNotifier &notifier) {
+        const QByteArray arrived = pipe.read();
+        notifier.setEnabled(!arrived.isEmpty()); // an abandoned pipe is ready for ever
+        if (take(bytes, arrived))
+            return;
+        outcome.end = ChildOutcome::End::TooMuchOutput;
+        killRunningGroup();
+    };
+    QObject::connect(&output, &QSocketNotifier::activated, &loop,
+                     [&] { takeFrom(pipes.output, outcome.output, output); });
+    QObject::connect(&errors, &QSocketNotifier::activated, &loop,
+                     [&] { takeFrom(pipes.errors, outcome.errors, errors); });
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    if (process.state() != QProcess::NotRunning)
+        loop.exec();
+    runningGroup = 0;
+    // What it wrote last is in the pipes; what others write from now on is not waited for.
+    takeFrom(pipes.output, outcome.output, output);
+    takeFrom(pipes.errors, outcome.errors, errors);
+}
+
 } // namespace
 
 ChildOutcome runChild(const QString &program, const QStringList &arguments, const QByteArray &input)
 {
     ChildOutcome outcome;
+    ChildPipes pipes;
     QProcess process;
     process.setProgram(program);
     process.setArguments(arguments);
     if (input.isEmpty())
         process.setStandardInputFile(QProcess::nullDevice());
-
-    const auto takeAll = [&] {
-        const bool fits = take(outcome.output, process.readAllStandardOutput());
-        if (fits & take(outcome.errors, process.readAllStandardError()))
-            return;
-        outcome.end = ChildOutcome::End::TooMuchOutput;
-        killRunningGroup();
-    };
-    QEventLoop loop;
-    QObject::connect(&process, &QProcess::readyReadStandardOutput, &loop, takeAll);
-    QObject::connect(&process, &QProcess::readyReadStandardError, &loop, takeAll);
-    QObject::connect(&process, &QProcess::finished, &loop, [&] { loop.quit(); });
-    if (!startInGroup(process)) {
+    if (!pipes.areOpen() || !startInGroup(process, pipes)) {
         runningGroup = 0;
         outcome.end = ChildOutcome::End::NotStarted;
         return outcome;
@@ -119,11 +156,10 @@ ChildOutcome runChild(const QString &program, const QStringList &arguments, cons
         process.write(input);
         process.closeWriteChannel();
     }
-    if (process.state() != QProcess::NotRunning)
-        loop.exec();
-    runningGroup = 0;
-    takeAll();
+    readUntilEnd(process, pipes, outcome);
     outcome.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : 128 + process.exitCode();
+    if (outcome.end == ChildOutcome::End::Exited && !pipes.areAbandoned())
+        leaveToDrain(pipes.output, pipes.errors);
     return outcome;
 }
 

@@ -6,6 +6,8 @@
 #include <QFile>
 
 #include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace Orbita {
@@ -56,9 +58,22 @@ GObjectPointer<GAppLaunchContext> makeContext(const QByteArray &startupId, const
     return GObjectPointer<GAppLaunchContext>(&context->parent);
 }
 
+/// Whoever reads our pipe may leave, and an application that writes to it then is killed. Files, terminals and the
+/// journal's socket stay. Only async-signal-safe calls.
+void leavePipes()
+{
+    const int null = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) {
+        struct stat status;
+        if (null >= 0 && ::fstat(stream, &status) == 0 && S_ISFIFO(status.st_mode))
+            ::dup2(null, stream);
+    }
+}
+
 /// Runs in the child between fork and exec: only async-signal-safe calls.
 void becomeIndependent(gpointer)
 {
+    leavePipes();
     for (int number = 1; number < NSIG; ++number)
         std::signal(number, SIG_DFL);
     sigset_t none;

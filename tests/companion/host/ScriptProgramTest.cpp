@@ -1,11 +1,13 @@
 #include "desktop/harness/Session.h"
 #include "desktop/harness/Wait.h"
+#include "platform/desktop/DesktopApplication.h"
 
 #include <QFile>
 
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -111,6 +113,39 @@ TEST_F(ScriptProgram, EndsAtOnceWithWhatItStarted)
         << "the script, the shell and what that had started";
 }
 
+TEST_F(ScriptProgram, LeavesWhatGoesOnInTheBackgroundAPipeToWriteTo)
+{
+    ASSERT_EQ(::mkfifo(qPrintable(home() + u"/go"_s), 0600), 0);
+    run(u"do shell script \"(cat %1/go; echo out; echo error >&2; echo done >%1/done) &\""_s);
+    QFile go(home() + u"/go"_s);
+    ASSERT_TRUE(go.open(QIODevice::WriteOnly));
+    go.close();
+    EXPECT_EQ(fileWritten(u"done"_s), "done");
+}
+
+TEST_F(ScriptProgram, WaitsUntilAnApplicationThatTheBusStartsHasItsDocument)
+{
+    const QString id = u"org.example.Slow"_s;
+    desktop.folders().installApplication(id,
+                                         "[Desktop Entry]\nType=Application\nName=Slow\nExec=true %u\n"
+                                         "DBusActivatable=true\n");
+    // The test itself takes the name, once the bus has asked for it and the script has had time to end.
+    desktop.folders().write(desktop.folders().data() + u"/dbus-1/services/org.example.Slow.service"_s,
+                            "[D-BUS Service]\nName=org.example.Slow\nExec=/bin/sh -c \"echo asked >" + home().toUtf8()
+                                + "/asked\"\n");
+    desktop.bus().call(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
+                       u"ReloadConfig"_s);
+    Program &script = start(u"tell application \"Slow\" to open POSIX file \"%1/script\""_s);
+    EXPECT_EQ(fileWritten(u"asked"_s), "asked");
+    DesktopApplication application(id);
+    QStringList got;
+    QObject::connect(&application, &DesktopApplication::opened, &application,
+                     [&got](const QStringList &urls) { got += urls; });
+    EXPECT_EQ(application.registerOn(desktop.bus().connection()), DesktopApplication::Registration::Registered);
+    EXPECT_TRUE(eventually([&] { return !got.isEmpty(); }));
+    EXPECT_EQ(script.waitForExit(), 0);
+}
+
 TEST_F(ScriptProgram, DoesNotOutliveItsDisplay)
 {
     XServer display({640, 480}, desktop.environment());
@@ -129,10 +164,10 @@ TEST_F(ScriptProgram, StartsActivatesAndQuitsAnApplication)
 {
     desktop.folders().installApplication(u"org.example.Plain"_s,
                                          "[Desktop Entry]\nType=Application\nName=Plain\nStartupWMClass=Plain\n"
-                                         "Exec=sh -c \"echo [$QT_QPA_PLATFORM] >"
+                                         "Exec=sh -c \"echo [$QT_QPA_PLATFORM] $(readlink /proc/$$/fd/2) >"
                                              + home().toUtf8() + "/platform; exec plain-window --class Plain\"\n");
     run(u"tell application \"Plain\" to activate\nif application \"Plain\" is running then log \"runs\""_s);
-    EXPECT_EQ(fileWritten(u"platform"_s), "[]");
+    EXPECT_EQ(fileWritten(u"platform"_s), "[] /dev/null");
     const WindowInfo window = desktop.windows().waitForWindow(u"Plain"_s);
     EXPECT_EQ(run(u"tell application \"Plain\" to activate\nif application \"Plain\" is running then log \"runs\""_s),
               u"runs"_s);

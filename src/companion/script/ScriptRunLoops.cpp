@@ -45,7 +45,10 @@ ScriptRun::Flow ScriptRun::execute(const RepeatRange &loop)
         place(loop.variable) = current;
         if (const Flow flow = execute(loop.body); flow != Flow::Next)
             return flow == Flow::ExitRepeat ? Flow::Next : flow;
-        current = calculate(Operator::Add, current, step);
+        Value next = calculate(Operator::Add, current, step);
+        if (order(next, current, m_rules) == 0) // too little beside so large a number
+            break;
+        current = std::move(next);
     }
     return Flow::Next;
 }

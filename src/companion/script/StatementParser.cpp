@@ -1,7 +1,6 @@
 #include "companion/script/StatementParser.h"
 
 #include "companion/script/CommandSyntax.h"
-#include "companion/script/ScriptProblem.h"
 
 #include <QHash>
 
@@ -34,9 +33,24 @@ StatementParser::Rule StatementParser::ruleFor(const TokenCursor &cursor)
 Statement StatementParser::parseStatement()
 {
     const NestingLevel level(m_depth, m_cursor);
+    refuseStrayEnd();
     const int line = m_cursor.peek().line;
     const Rule rule = ruleFor(m_cursor);
     return {line, (this->*rule)()};
+}
+
+void StatementParser::refuseStrayEnd() const
+{
+    const bool isBranch = m_cursor.isWord("else") || m_cursor.isWord("then");
+    if (!isBranch && !m_cursor.isWord("end"))
+        return;
+    const Token &block = m_cursor.peek(1);
+    const QString word = m_cursor.peek().name;
+    if (isBranch)
+        m_cursor.fail(QStringLiteral("There is no open \"if\" before \"%1\".").arg(word));
+    if (block.kind == TokenKind::Word)
+        m_cursor.fail(QStringLiteral("There is no open %1 before \"end\".").arg(tokenDescription(block)));
+    m_cursor.fail(QStringLiteral("There is nothing before \"end\" that it could end."));
 }
 
 Block StatementParser::parseBlock()
@@ -73,13 +87,29 @@ void StatementParser::expectEnd(const char *word)
 StatementParser::Node StatementParser::parseEvaluation()
 {
     m_cursor.acceptPhrase("get");
+    const size_t start = m_cursor.position();
     const Token &first = m_cursor.peek();
     ExpressionPtr value = m_expressions.parse();
     const bool isLoneWord = std::holds_alternative<Variable>(value->node) && first.kind == TokenKind::Word;
-    if (isLoneWord && !m_cursor.peek().isEnd())
-        throw ScriptProblem{first.line, ScriptProblem::syntax,
-                            tokenDescription(first) + QStringLiteral(" is no command that is known here.")};
+    if (isLoneWord && !m_cursor.peek().isEnd()) {
+        m_cursor.moveTo(start);
+        failUnknownCommand();
+    }
     return Evaluation{std::move(value)};
+}
+
+void StatementParser::failUnknownCommand()
+{
+    auto [length, next] = commands().findBeginning(m_cursor);
+    if (length == 0)
+        m_cursor.fail(tokenDescription(m_cursor.peek()) + QStringLiteral(" is no command that is known here."));
+    QStringList before;
+    for (; length > 0; --length)
+        before.append(m_cursor.next().name);
+    const QString last = next.takeLast();
+    QString expected = next.isEmpty() ? QString() : next.join(QStringLiteral("\", \"")) + QStringLiteral("\" or \"");
+    m_cursor.fail(QStringLiteral("\"%1\" was expected behind \"%2\", not %3.")
+                      .arg(expected + last, before.join(QLatin1Char(' ')), tokenDescription(m_cursor.peek())));
 }
 
 StatementParser::Node StatementParser::parseSet()

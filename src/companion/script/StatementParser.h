@@ -33,6 +33,9 @@ private:
     [[nodiscard]] Block parseBody(const char *endWord);
     void expectEnd(const char *word);
     [[nodiscard]] Statement parseStatement();
+    /// Fails where the end or a further branch of a block stands that has not begun.
+    void refuseStrayEnd() const;
+    [[noreturn]] void failUnknownCommand();
     [[nodiscard]] static Rule ruleFor(const TokenCursor &cursor);
 
     [[nodiscard]] Node parseSet();

@@ -18,6 +18,9 @@ public:
     [[nodiscard]] const Token &peek(size_t ahead = 0) const;
     const Token &next();
     void skip(size_t count) { m_position += count; }
+    /// How many tokens are behind.
+    [[nodiscard]] size_t position() const { return m_position; }
+    void moveTo(size_t position) { m_position = position; }
 
     [[nodiscard]] bool isWord(const char *word, size_t ahead = 0) const;
     /// How many tokens make up \a phrase, lower-case words with single blanks between, that many places ahead; 0 where

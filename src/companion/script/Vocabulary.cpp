@@ -34,6 +34,25 @@ std::pair<const T *, size_t> PhraseTable<T>::find(const TokenCursor &cursor, siz
 }
 
 template <typename T>
+typename PhraseTable<T>::Beginning PhraseTable<T>::findBeginning(const TokenCursor &cursor) const
+{
+    Beginning longest;
+    for (const Row &row : m_rows.value(cursor.peek().name)) {
+        const QStringList words = QString::fromLatin1(row.first).split(QLatin1Char(' '));
+        size_t length = 0;
+        while (length < size_t(words.size()) && cursor.isWord(words[qsizetype(length)].toLatin1(), length))
+            ++length;
+        if (length == size_t(words.size()) || length < longest.length)
+            continue;
+        if (length > longest.length)
+            longest = {length};
+        if (const QString &next = words[qsizetype(length)]; !longest.nextWords.contains(next))
+            longest.nextWords.append(next);
+    }
+    return longest;
+}
+
+template <typename T>
 const T *PhraseTable<T>::accept(TokenCursor &cursor) const
 {
     const auto [meaning, length] = find(cursor);

@@ -25,6 +25,13 @@ public:
     /// The same without a move, \a ahead tokens further on: the meaning, and the phrase's length in tokens.
     [[nodiscard]] std::pair<const T *, size_t> find(const TokenCursor &cursor, size_t ahead = 0) const;
 
+    /// How far the phrases go that only begin at \a cursor, and the words that one of them would go on with.
+    struct Beginning {
+        size_t length = 0; ///< in tokens; 0 where no phrase begins
+        QStringList nextWords{};
+    };
+    [[nodiscard]] Beginning findBeginning(const TokenCursor &cursor) const;
+
 private:
     QHash<QString, std::vector<Row>> m_rows; ///< by the first word
 };

@@ -1,4 +1,5 @@
 #include "RecordingHost.h"
+#include "model/AppleScriptMenuItem.h"
 #include "support/RowName.h"
 
 namespace Orbita {
@@ -97,6 +98,10 @@ INSTANTIATE_TEST_SUITE_P(
             "repeat while s < 400\nset s to s + 50\nend repeat\nrepeat until s > 1000\nset s to s * 2\nend\n"
             "repeat\nset s to s + 1\nif s mod 7 = 0 then exit repeat\nend repeat\ns",
             "1687"},
+        Row{"loops end where numbers do",
+            "repeat with i from 9223372036854775806 to 9223372036854775807\nend repeat\n"
+            "repeat with r from 1e300 to 2e300\nend repeat\n{i, r}",
+            "{9223372036854775807, 1.0E+300}"},
         Row{"errors are caught with their number", "try\nerror \"so\" number 7\non error m number n\n{m, n}\nend try",
             "{\"so\", 7}"},
         Row{"a try without a handler goes on", "try\n1 / 0\nend try\n2", "2"},
@@ -120,6 +125,15 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"then is missing", "\n\nif true display dialog \"x\"",
             "Line 3: \"then\" was expected, not \"display\". (-2741)"},
         Row{"an unknown command", "keystroke \"a\"", "Line 1: \"keystroke\" is no command that is known here. (-2741)"},
+        Row{"a command that goes on otherwise", "display dialogue \"x\"",
+            "Line 1: \"dialog\", \"alert\" or \"notification\" was expected behind \"display\", not "
+            "\"dialogue\". (-2741)"},
+        Row{"the longest beginning counts", "make new folder",
+            "Line 1: \"document\", \"window\" or \"finder\" was expected behind \"make new\", not \"folder\". (-2741)"},
+        Row{"an else without an if", "beep\nelse", "Line 2: There is no open \"if\" before \"else\". (-2741)"},
+        Row{"a then without an if", "then beep", "Line 1: There is no open \"if\" before \"then\". (-2741)"},
+        Row{"an end without a beginning", "end if", "Line 1: There is no open \"if\" before \"end\". (-2741)"},
+        Row{"an end of nothing", "end", "Line 1: There is nothing before \"end\" that it could end. (-2741)"},
         Row{"an unknown option", "do shell script \"ls\" with administrator privileges",
             "Line 1: The end of the line was expected, not \"with\". (-2741)"},
         Row{"a block without an end", "repeat\nbeep",
@@ -190,6 +204,15 @@ TEST(Script, CallsNestedInDeepExpressionsDoNotOverflowTheStack)
     const QString deep = QStringLiteral("(1+").repeated(90) + QStringLiteral("f()") + QString(90, QLatin1Char(')'));
     const std::string outcome = outcomeOf(QStringLiteral("on f()\nreturn %1\nend f\nf()").arg(deep), host);
     EXPECT_TRUE(QString::fromStdString(outcome).endsWith(QLatin1String("(-2706)"))) << outcome;
+}
+
+TEST(Script, TheSampleOfANewItemRunsWithItsMarksRemoved)
+{
+    RecordingHost host;
+    QString sample = AppleScriptMenuItem::sampleScript();
+    EXPECT_EQ(sample.count(QLatin1String("#tell")), 2);
+    EXPECT_EQ(outcomeOf(sample.replace(QLatin1String("#tell"), QLatin1String("tell")), host), "missing value");
+    EXPECT_EQ(host.calls.mid(1), QStringList({QStringLiteral("activate|Safari"), QStringLiteral("make|Safari")}));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "companion/host/ChildProcess.h"
 
 #include "companion/host/OutputPipe.h"
+#include "platform/desktop/MemoryLimit.h"
 
 #include <QEventLoop>
 #include <QProcess>
@@ -76,6 +77,7 @@ void becomeGroupLeader(pid_t parent, const ChildPipes &pipes)
 {
     ::dup2(pipes.output.writeEnd(), STDOUT_FILENO);
     ::dup2(pipes.errors.writeEnd(), STDERR_FILENO);
+    restoreMemoryLimit();
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent) // it died before it was asked to tell of that

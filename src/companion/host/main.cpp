@@ -5,6 +5,7 @@
 #include "companion/host/ScriptSource.h"
 #include "companion/script/ScriptInterpreter.h"
 #include "companion/service/ApplicationQuitter.h"
+#include "platform/desktop/MemoryLimit.h"
 
 #include <QApplication>
 #include <QFile>
@@ -67,6 +68,8 @@ int main(int argc, char **argv)
     QApplication::setDesktopFileName(QStringLiteral("org.orbita.Toolkit"));
     QApplication::setQuitOnLastWindowClosed(false);
 
+    constexpr size_t scriptMemory = 2UL * 1024 * 1024 * 1024; // bytes, for values and dialogs
+    limitMemory(scriptMemory);
     DesktopScriptHost host({display, &quitApplication, QCoreApplication::applicationFilePath()});
     const auto problem = runScript(host);
     if (problem)

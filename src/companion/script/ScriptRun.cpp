@@ -7,14 +7,23 @@
 
 #include <new>
 
+#include <sys/resource.h>
+
 namespace Orbita {
 namespace {
 
 constexpr int deepestCalls = 1000;
 constexpr int stackOverflow = -2706;
 
-/// Of the 8 MiB that a thread has; the rest is for what the host does.
-constexpr qptrdiff mostStack = 6 * 1024 * 1024;
+/// The bytes of the stack that a script may use; the rest is for what the host does.
+qptrdiff stackShare()
+{
+    constexpr qptrdiff most = 64 * 1024 * 1024; // also where the stack has no limit
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_STACK, &limit) != 0 || limit.rlim_cur > rlim_t(most))
+        return most / 4 * 3;
+    return qptrdiff(limit.rlim_cur) / 4 * 3;
+}
 
 const char *stackPosition()
 {
@@ -28,6 +37,7 @@ ScriptRun::ScriptRun(const ScriptTree &tree, ScriptHost &host, const std::atomic
       m_host(host),
       m_isStopped(isStopped),
       m_stackBottom(stackPosition()),
+      m_mostStack(stackShare()),
       m_sharedNames(tree.sharedNames.begin(), tree.sharedNames.end())
 {
     for (const Handler &handler : tree.handlers)
@@ -59,7 +69,7 @@ Value &ScriptRun::place(const QString &name)
 
 void ScriptRun::checkStack() const
 {
-    if (qAbs(m_stackBottom - stackPosition()) > mostStack)
+    if (qAbs(m_stackBottom - stackPosition()) > m_mostStack)
         failScript(stackOverflow, QStringLiteral("The script is nested too deeply in calls of handlers."));
 }
 

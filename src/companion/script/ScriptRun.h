@@ -88,6 +88,7 @@ private:
     ScriptHost &m_host;
     const std::atomic<bool> &m_isStopped;
     const char *m_stackBottom;
+    qptrdiff m_mostStack; ///< bytes
 
     QHash<QString, const Handler *> m_handlers;
     QSet<QString> m_sharedNames;

@@ -1,6 +1,7 @@
 #include "platform/desktop/Launcher.h"
 
 #include "platform/Log.h"
+#include "platform/desktop/MemoryLimit.h"
 #include "platform/desktop/StartupNotifier.h"
 
 #include <QFile>
@@ -74,6 +75,7 @@ void leavePipes()
 void becomeIndependent(gpointer)
 {
     leavePipes();
+    restoreMemoryLimit();
     for (int number = 1; number < NSIG; ++number)
         std::signal(number, SIG_DFL);
     sigset_t none;

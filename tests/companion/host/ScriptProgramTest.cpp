@@ -86,6 +86,21 @@ TEST_F(ScriptProgram, WritesAProblemWhereThereIsNoDisplay)
     EXPECT_EQ(run(u"log 1 + 1"_s, 0, blind), u"2"_s);
 }
 
+TEST_F(ScriptProgram, HasLimitedMemoryAndGivesItsChildrenTheLimitThatItHad)
+{
+    const QString limit
+        = u"do shell script \"sed -n 's/Max address space *\\\\([^ ]*\\\\).*/\\\\1/p' /proc/%1/limits\"\nlog result"_s;
+    EXPECT_EQ(run(QString(limit).replace("%1"_L1, "$$"_L1)), u"unlimited"_s);
+    EXPECT_GT(run(QString(limit).replace("%1"_L1, "$PPID"_L1)).toULongLong(), 2ULL << 30);
+#ifndef __SANITIZE_ADDRESS__ // which ends the program where memory does
+    QProcessEnvironment blind;
+    blind.insert(u"DISPLAY"_s, QString());
+    const QString glutton = u"set t to \"x\"\nrepeat 24 times\nset t to t & t\nend repeat\nset l to {}\n"
+                            "repeat with i from 1 to 1000000\nset end of l to t & i\nend repeat"_s;
+    EXPECT_TRUE(run(glutton, 1, blind).contains(u"more memory than there is"_s));
+#endif
+}
+
 TEST_F(ScriptProgram, LeavesItsTextOnTheClipboard)
 {
     const qsizetype before = desktop.processes().all().size();

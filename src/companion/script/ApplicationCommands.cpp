@@ -17,6 +17,14 @@ QString applicationOf(CommandContext &context, Arguments arguments)
                QStringLiteral("An application was expected, as in tell application \"Name\" to …"));
 }
 
+using Order = ScriptResult<void> (ScriptHost::*)(const QString &application);
+
+Value giveOrder(Order order, CommandContext &context, Arguments arguments)
+{
+    orThrow((context.host.*order)(applicationOf(context, arguments)));
+    return MissingValue();
+}
+
 QString toldApplication(CommandContext &context)
 {
     const auto *application = context.target.as<ApplicationName>();
@@ -27,26 +35,22 @@ QString toldApplication(CommandContext &context)
 
 Value activate(CommandContext &context, Arguments arguments)
 {
-    orThrow(context.host.activate(applicationOf(context, arguments)));
-    return MissingValue();
+    return giveOrder(&ScriptHost::activate, context, arguments);
 }
 
 Value launch(CommandContext &context, Arguments arguments)
 {
-    orThrow(context.host.launch(applicationOf(context, arguments)));
-    return MissingValue();
+    return giveOrder(&ScriptHost::launch, context, arguments);
 }
 
 Value quit(CommandContext &context, Arguments arguments)
 {
-    orThrow(context.host.quit(applicationOf(context, arguments)));
-    return MissingValue();
+    return giveOrder(&ScriptHost::quit, context, arguments);
 }
 
 Value makeNewDocument(CommandContext &context, Arguments arguments)
 {
-    orThrow(context.host.makeNewDocument(applicationOf(context, arguments)));
-    return MissingValue();
+    return giveOrder(&ScriptHost::makeNewDocument, context, arguments);
 }
 
 Value openLocation(CommandContext &context, Arguments arguments)

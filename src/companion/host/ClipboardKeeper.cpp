@@ -2,6 +2,7 @@
 
 #include "companion/host/ChildProcess.h"
 #include "companion/host/PlatformChoice.h"
+#include "companion/script/LineBreaks.h"
 #include "platform/BoundedRead.h"
 
 #include <QClipboard>
@@ -59,12 +60,12 @@ ScriptResult<QString> clipboardText()
     const QMimeData *content = QGuiApplication::clipboard()->mimeData();
     if (!content || !content->hasText())
         return QString();
-    return content->text().replace("\r\n"_L1, "\n"_L1).replace(u'\n', u'\r');
+    return withCarriageReturns(content->text());
 }
 
 ScriptResult<void> setClipboardText(const QString &text, const QString &keeper)
 {
-    const QByteArray bytes = QString(text).replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').toUtf8();
+    const QByteArray bytes = withLineFeeds(text).toUtf8();
     if (bytes.size() > maximumText)
         return Failure(ScriptFailure{ScriptFailure::general, u"The text is too long for the clipboard."_s});
     const ChildOutcome outcome = runChild(keeper, {QString::fromLatin1(keepClipboardArgument)}, bytes);

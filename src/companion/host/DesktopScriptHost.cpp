@@ -7,6 +7,7 @@
 #include "companion/host/EventWait.h"
 #include "companion/host/ScriptApplications.h"
 #include "companion/host/ShellScripts.h"
+#include "companion/script/LineBreaks.h"
 #include "platform/desktop/ApplicationIndex.h"
 #include "platform/desktop/GioWorkspace.h"
 #include "platform/x11/X11OwnWindow.h"
@@ -280,7 +281,7 @@ double DesktopScriptHost::randomNumber()
 
 void DesktopScriptHost::log(const QString &text)
 {
-    std::fprintf(stderr, "%s\n", qUtf8Printable(QString(text).replace(u'\r', u'\n')));
+    std::fprintf(stderr, "%s\n", qUtf8Printable(withLineFeeds(text)));
 }
 
 } // namespace Orbita

@@ -1,6 +1,7 @@
 #include "companion/host/DialogWindow.h"
 
 #include "companion/host/DialogLook.h"
+#include "companion/script/LineBreaks.h"
 
 #include <QBoxLayout>
 #include <QIcon>
@@ -30,8 +31,7 @@ constexpr qsizetype maximumText = 200'000; // characters; laying out more takes 
 /// As much of \a text as is shown, with the line breaks of this system.
 QString shownText(const QString &text)
 {
-    QString shown = text.left(maximumText);
-    shown.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').remove(QChar::Null);
+    const QString shown = withLineFeeds(text.left(maximumText)).remove(QChar::Null);
     return text.size() > maximumText ? shown + u'…' : shown;
 }
 

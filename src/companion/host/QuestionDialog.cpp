@@ -1,5 +1,6 @@
 #include "companion/host/QuestionDialog.h"
 
+#include "companion/script/LineBreaks.h"
 #include "platform/desktop/IconTheme.h"
 
 #include <QApplication>
@@ -68,7 +69,7 @@ void QuestionDialog::addField(const DialogRequest &request)
 {
     QWidget *field = nullptr;
     if (hasLines(*request.defaultAnswer) && !request.isAnswerHidden) {
-        field = m_lines = new QPlainTextEdit(QString(*request.defaultAnswer).replace(u'\r', u'\n'));
+        field = m_lines = new QPlainTextEdit(withLineFeeds(*request.defaultAnswer));
         m_lines->setProperty("isField", true);
         m_lines->setTabChangesFocus(true);
         m_lines->setFixedHeight(5 * m_lines->fontMetrics().lineSpacing() + 20);
@@ -89,7 +90,7 @@ void QuestionDialog::addField(const DialogRequest &request)
 QString QuestionDialog::answer() const
 {
     if (m_lines)
-        return m_lines->toPlainText().replace(u'\n', u'\r');
+        return withCarriageReturns(m_lines->toPlainText());
     return m_field ? m_field->text() : QString();
 }
 

@@ -1,5 +1,6 @@
 #include "companion/host/ScriptSource.h"
 
+#include "companion/script/LineBreaks.h"
 #include "platform/BoundedRead.h"
 
 #include <QStringDecoder>
@@ -11,10 +12,9 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /// The line \a number, counted from 1, of \a source; empty when there is no such line.
-QString lineOf(QString source, qint64 number)
+QString lineOf(const QString &source, qint64 number)
 {
-    source.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n');
-    return source.section(u'\n', number - 1, number - 1);
+    return withLineFeeds(source).section(u'\n', number - 1, number - 1);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "companion/host/ShellScripts.h"
 
 #include "companion/host/ChildProcess.h"
+#include "companion/script/LineBreaks.h"
 
 #include <QStandardPaths>
 
@@ -15,11 +16,10 @@ using namespace Qt::StringLiterals;
 /// Text as scripts have it: without the last line break, the others a carriage return each.
 QString scriptText(const QByteArray &bytes)
 {
-    QString text = QString::fromUtf8(bytes);
-    text.replace("\r\n"_L1, "\n"_L1);
-    if (text.endsWith(u'\n'))
+    QString text = withCarriageReturns(QString::fromUtf8(bytes));
+    if (text.endsWith(u'\r'))
         text.chop(1);
-    return text.replace(u'\n', u'\r');
+    return text;
 }
 
 ScriptFailure failureOf(const ChildOutcome &outcome)

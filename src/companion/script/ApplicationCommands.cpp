@@ -1,6 +1,6 @@
 #include "companion/script/Coercions.h"
 #include "companion/script/Commands.h"
-#include "companion/script/Limits.h"
+#include "companion/script/ThrownFailures.h"
 
 #include <QUrl>
 

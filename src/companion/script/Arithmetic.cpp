@@ -1,7 +1,7 @@
 #include "companion/script/Coercions.h"
 #include "companion/script/Dates.h"
-#include "companion/script/Limits.h"
 #include "companion/script/Operators.h"
+#include "companion/script/ThrownFailures.h"
 
 #include <cmath>
 #include <limits>

@@ -2,6 +2,7 @@
 
 #include "companion/script/Dates.h"
 #include "companion/script/Limits.h"
+#include "companion/script/ThrownFailures.h"
 
 #include <QLocale>
 

@@ -40,7 +40,4 @@ Value offsetOf(CommandContext &context, Arguments arguments);
 /// A path as the host wants it: absolute, "~/" being the home folder. Throws where \a value names no such path.
 [[nodiscard]] QString absolutePath(CommandContext &context, const Value &value);
 
-/// \a text with the line breaks of scripts, "\r", as every other program writes them.
-[[nodiscard]] QString withLineFeeds(QString text);
-
 } // namespace Orbita

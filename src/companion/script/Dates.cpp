@@ -1,6 +1,6 @@
 #include "companion/script/Dates.h"
 
-#include "companion/script/Limits.h"
+#include "companion/script/ThrownFailures.h"
 
 #include <QLocale>
 

@@ -3,6 +3,7 @@
 #include "companion/script/Coercions.h"
 #include "companion/script/Limits.h"
 #include "companion/script/TextParts.h"
+#include "companion/script/ThrownFailures.h"
 
 namespace Orbita {
 namespace {

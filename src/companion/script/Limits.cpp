@@ -1,11 +1,8 @@
 #include "companion/script/Limits.h"
 
-namespace Orbita {
+#include "companion/script/ThrownFailures.h"
 
-void failScript(int number, const QString &message)
-{
-    throw ScriptFailure{number, message};
-}
+namespace Orbita {
 
 Value checkedSize(Value value)
 {

@@ -4,6 +4,7 @@
 #include "companion/script/Dates.h"
 #include "companion/script/Limits.h"
 #include "companion/script/TextParts.h"
+#include "companion/script/ThrownFailures.h"
 
 #include <QFileInfo>
 #include <QHash>

@@ -1,7 +1,7 @@
 #include "companion/script/ScriptRun.h"
 
-#include "companion/script/Limits.h"
 #include "companion/script/ScriptInterpreter.h"
+#include "companion/script/ThrownFailures.h"
 
 #include <QScopedValueRollback>
 

@@ -1,6 +1,7 @@
 #include "companion/script/Coercions.h"
 #include "companion/script/Limits.h"
 #include "companion/script/ScriptRun.h"
+#include "companion/script/ThrownFailures.h"
 
 #include <QScopedValueRollback>
 

@@ -4,6 +4,7 @@
 #include "companion/script/Operators.h"
 #include "companion/script/Properties.h"
 #include "companion/script/ScriptRun.h"
+#include "companion/script/ThrownFailures.h"
 
 namespace Orbita {
 namespace {

@@ -1,18 +1,13 @@
 #include "companion/script/Coercions.h"
 #include "companion/script/Commands.h"
 #include "companion/script/Limits.h"
+#include "companion/script/LineBreaks.h"
 #include "companion/script/TextParts.h"
+#include "companion/script/ThrownFailures.h"
 
 #include <cmath>
 
 namespace Orbita {
-
-QString withLineFeeds(QString text)
-{
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    return text;
-}
 
 Value doShellScript(CommandContext &context, Arguments arguments)
 {

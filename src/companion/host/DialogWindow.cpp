@@ -78,7 +78,10 @@ QWidget *makeScrollingText(const QString &text)
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     view->document()->setDocumentMargin(0);
-    view->setFixedSize(DialogWindow::contentWidth, std::min(longTextHeight, heightOf(text, view->font())));
+    // A line that is cut through looks like a fault.
+    const int lineHeight = view->fontMetrics().lineSpacing();
+    const int wholeLines = longTextHeight / lineHeight * lineHeight;
+    view->setFixedSize(DialogWindow::contentWidth, std::min(wholeLines, heightOf(text, view->font())));
     return view;
 }
 

@@ -35,29 +35,31 @@ QString ImageStore::filePathForKey(const QString &key) const
     return QStringLiteral("%1/%2.tif").arg(m_folder, key);
 }
 
-void ImageStore::storeImage(const Image &image, const QString &key) const
+bool ImageStore::storeImage(const Image &image, const QString &key) const
 {
     m_pictures.remove(key);
     const QString path = filePathForKey(key);
     const QByteArray tiff
         = path.isEmpty() ? QByteArray() : tiffRepresentation(image.render({maximumSide, maximumSide}));
-    if (tiff.isEmpty())
-        return;
-    if (!QDir().mkpath(m_folder) || !writeFileAtomically(path, tiff))
-        qCWarning(lcModel, "The picture %s could not be saved.", qUtf8Printable(path));
+    if (!tiff.isEmpty() && QDir().mkpath(m_folder) && writeFileAtomically(path, tiff))
+        return true;
+    qCWarning(lcModel, "The picture %s could not be saved.", qUtf8Printable(forLog(path)));
+    return false;
 }
 
 Image ImageStore::imageForKey(const QString &key) const
 {
     const QString path = filePathForKey(key);
+    const QFileInfo file(path);
     // Opening a pipe would wait for ever.
-    if (path.isEmpty() || !QFileInfo(path).isFile() || !QImageReader(path).canRead())
+    if (path.isEmpty() || !file.isFile())
         return {};
-    if (const Image *known = m_pictures.object(key))
-        return *known;
-    const Image picture = Image::fromFile(path);
-    m_pictures.insert(key, new Image(picture));
-    return picture;
+    const Picture *known = m_pictures.object(key);
+    if (known && known->changed == file.lastModified() && known->size == file.size())
+        return known->image;
+    const Image image = QImageReader(path).canRead() ? Image::fromFile(path) : Image();
+    m_pictures.insert(key, new Picture{file.lastModified(), file.size(), image});
+    return image;
 }
 
 void ImageStore::removeImageForKey(const QString &key) const

@@ -3,6 +3,7 @@
 #include "platform/Image.h"
 
 #include <QCache>
+#include <QDateTime>
 #include <QString>
 
 namespace Orbita {
@@ -15,9 +16,10 @@ public:
 
     /// Where the picture of \a key lies. Empty for an empty key and for one that is no plain file name.
     [[nodiscard]] QString filePathForKey(const QString &key) const;
-    /// Writes \a image atomically, at most maximumSide pixels large. A failure leaves an older picture as it was.
-    void storeImage(const Image &image, const QString &key) const;
-    /// Null when there is no readable picture. The same picture each time, until another is stored or it is removed.
+    /// Writes \a image atomically, at most maximumSide pixels large. False when that failed, which is logged: an older
+    /// picture is as it was then.
+    [[nodiscard]] bool storeImage(const Image &image, const QString &key) const;
+    /// Null when there is no readable picture. The same picture each time, as long as its file stays as it is.
     [[nodiscard]] Image imageForKey(const QString &key) const;
     void removeImageForKey(const QString &key) const;
 
@@ -25,8 +27,15 @@ public:
     static constexpr int maximumSide = 640;
 
 private:
+    /// A picture, and how its file was when it was made.
+    struct Picture {
+        QDateTime changed;
+        qint64 size; ///< bytes
+        Image image;
+    };
+
     QString m_folder;
-    mutable QCache<QString, Image> m_pictures{1024}; // by key, so that what was rendered of them is found again
+    mutable QCache<QString, Picture> m_pictures{1024}; // by key, so that what was rendered of them is found again
 };
 
 } // namespace Orbita

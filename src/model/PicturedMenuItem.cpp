@@ -7,6 +7,8 @@
 
 #include <QRandomGenerator>
 
+#include <utility>
+
 namespace Orbita {
 
 PicturedMenuItem::PicturedMenuItem(const Kind &kind, QString name, QString text, ItemServices &services)
@@ -36,15 +38,16 @@ Image PicturedMenuItem::image() const
 
 void PicturedMenuItem::setImage(const Image &image)
 {
-    // The old picture goes only when there is a new one: the file that it comes from may be damaged, or gone by now.
+    // The old picture goes only when there is a new one: the file that it comes from may be damaged or gone by now, and
+    // the disk may be full.
     const QImage pixels = image.render({ImageStore::maximumSide, ImageStore::maximumSide});
     if (pixels.isNull()) {
         qCWarning(lcModel, "The new picture of \"%s\" cannot be read.", qUtf8Printable(forLog(m_name)));
         return;
     }
-    m_services.imageStore.removeImageForKey(m_imageKey);
-    m_imageKey = QString::number(QRandomGenerator::global()->generate());
-    m_services.imageStore.storeImage(Image::fromPixels(pixels), m_imageKey);
+    const QString key = QString::number(QRandomGenerator::global()->generate());
+    if (m_services.imageStore.storeImage(Image::fromPixels(pixels), key))
+        m_services.imageStore.removeImageForKey(std::exchange(m_imageKey, key));
 }
 
 void PicturedMenuItem::willBeRemoved()

@@ -14,7 +14,8 @@ public:
     void rename(const QString &name) override { m_name = name; }
     /// The picture of the user's choice, else the bundled one of the kind.
     [[nodiscard]] Image image() const override;
-    /// Replaces the stored picture and its key. A picture that cannot be read changes nothing and is logged.
+    /// Replaces the stored picture and its key. A picture that cannot be read or stored changes
+    /// nothing and is logged.
     void setImage(const Image &image);
     [[nodiscard]] const QString &imageKey() const { return m_imageKey; }
     /// Removes the stored picture.

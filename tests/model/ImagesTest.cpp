@@ -52,7 +52,7 @@ protected:
 TEST_F(ImageStoreTest, keepsAPictureWithItsTransparencyAsTiff)
 {
     const QImage pixels = picture(QColor(200, 40, 10, 77), {320, 320}).render({320, 320});
-    store.storeImage(Image::fromPixels(pixels), u"12345"_s);
+    EXPECT_TRUE(store.storeImage(Image::fromPixels(pixels), u"12345"_s));
     const QString path = store.filePathForKey(u"12345"_s);
     EXPECT_TRUE(path.endsWith("/ImageStore/12345.tif"_L1));
     EXPECT_EQ(QImageReader(path).format(), "tiff");
@@ -64,8 +64,20 @@ TEST_F(ImageStoreTest, keepsAPictureWithItsTransparencyAsTiff)
 
 TEST_F(ImageStoreTest, storesNoMorePixelsThanAreEverShown)
 {
-    store.storeImage(picture(Qt::green, {4000, 1000}), u"1"_s);
+    EXPECT_TRUE(store.storeImage(picture(Qt::green, {4000, 1000}), u"1"_s));
     EXPECT_EQ(QImageReader(store.filePathForKey(u"1"_s)).size(), QSize(640, 160));
+}
+
+TEST_F(ImageStoreTest, noticesAFileThatWasReplaced)
+{
+    for (const QColor color : {Qt::red, Qt::blue}) {
+        // Sizes of their own: both files may be of the same millisecond.
+        const QImage pixels = picture(color, color == Qt::red ? QSize(16, 16) : QSize(99, 99)).render({99, 99});
+        ASSERT_TRUE(pixels.save(container.write(u"data/ImageStore/1.tif"_s, {}), "tiff"));
+        const Image image = store.imageForKey(u"1"_s);
+        EXPECT_EQ(image.render({1, 1}).pixelColor(0, 0), color);
+        EXPECT_EQ(image, store.imageForKey(u"1"_s)) << "or it would be drawn anew for each ring";
+    }
 }
 
 TEST_F(ImageStoreTest, hasNothingUnderKeysThatAreNoFileNamesAndInDamagedFiles)
@@ -73,7 +85,7 @@ TEST_F(ImageStoreTest, hasNothingUnderKeysThatAreNoFileNamesAndInDamagedFiles)
     const QString outside = container.write(u"data/outside.tif"_s, "user's own");
     for (const QString &hostile : {QString(), u"../outside"_s, u"/etc/passwd"_s}) {
         EXPECT_TRUE(store.filePathForKey(hostile).isEmpty());
-        store.storeImage(picture(Qt::red), hostile);
+        EXPECT_FALSE(store.storeImage(picture(Qt::red), hostile));
         store.removeImageForKey(hostile);
         EXPECT_TRUE(store.imageForKey(hostile).isNull());
     }

@@ -84,7 +84,13 @@ TEST_F(LinkAndScriptTest, keepOnePictureEachUntilTheyAreRemoved)
     EXPECT_TRUE(both.contains(link->imageKey() + u".tif"_s));
     EXPECT_EQ(link->image(), link->image()) << "or it would be drawn anew for each ring";
     link->setImage(Image::fromFile(desktop.container.write(u"damaged.png"_s, "no picture")));
+    const QString store = desktop.container.directories().container + u"/ImageStore"_s;
+    ASSERT_TRUE(QDir().rename(store, store + u".away"_s));
+    desktop.container.write(u"data/ImageStore"_s, "no folder");
+    link->setImage(picture);
+    ASSERT_TRUE(QFile::remove(store) && QDir().rename(store + u".away"_s, store));
     EXPECT_EQ(storedPictures(), both) << "the old picture stays";
+    EXPECT_TRUE(both.contains(link->imageKey() + u".tif"_s));
     link->willBeRemoved();
     EXPECT_EQ(storedPictures(), QStringList(script->imageKey() + u".tif"_s));
     EXPECT_EQ(link->image(), Image::named(u"Bookmark"_s));

@@ -88,6 +88,8 @@ Thumbnails::Thumbnails(QString root) : m_root(std::move(root)), m_known(maximumK
 Image Thumbnails::icon(const QString &path, const Image &typeIcon)
 {
     Times times{timeOfChange(path)};
+    if (times[0] == 0)
+        return typeIcon;
     const QString uri = fileUri(path);
     const QString name = QString::fromLatin1(QCryptographicHash::hash(uri.toUtf8(), QCryptographicHash::Md5).toHex());
     std::vector<Thumbnail> thumbnails;
@@ -97,7 +99,7 @@ Image Thumbnails::icon(const QString &path, const Image &typeIcon)
         if (times[i + 1] != 0)
             thumbnails.push_back({file, folders[i].side});
     }
-    if (times[0] == 0 || thumbnails.empty())
+    if (thumbnails.empty())
         return typeIcon;
     const Known *known = m_known.object(path);
     if (known && known->times == times && known->typeIcon == typeIcon)

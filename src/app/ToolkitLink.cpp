@@ -1,7 +1,7 @@
 #include "app/ToolkitLink.h"
 
 #include "app/Log.h"
-#include "model/AppleScriptMenuItem.h"
+#include "model/StoredText.h"
 #include "platform/Dialogs.h"
 #include "platform/Scheduler.h"
 #include "platform/UrlHandler.h"
@@ -22,33 +22,41 @@ const QString currentVersion = QStringLiteral("1.0");
 /// Companions from before the messages know this scheme only, and "terminate" behind it.
 const QString oldScheme = QStringLiteral("orbita-toolkit");
 
-const AppleScriptMenuItem *scriptItem(const MenuItem::Pointer &item)
+/// The script that is stored as \a entry; nothing for another kind of entry.
+std::optional<QString> storedScript(const QVariantMap &entry)
 {
-    return dynamic_cast<const AppleScriptMenuItem *>(item.get());
+    return storedText(entry, "class") == QLatin1String("AppleScriptMenuItem")
+        ? std::optional(storedText(entry, "script"))
+        : std::nullopt;
+}
+
+/// What is stored in the collection \a entry; nothing for another kind of entry.
+QVariantList storedMembers(const QVariantMap &entry)
+{
+    return storedText(entry, "class") == QLatin1String("CollectionMenuItem")
+        ? entry.value(QStringLiteral("subitems")).toList()
+        : QVariantList();
 }
 
 } // namespace
 
-std::optional<QString> scriptAskedFor(const MenuItemArray::Items &items, const QString &question)
+std::optional<QString> scriptAskedFor(const QVariantList &entries, const QString &question)
 {
     const auto isAskedFor
-        = [&question](const AppleScriptMenuItem *item) { return item && scriptQuestion(item->script()) == question; };
-    for (const MenuItem::Pointer &item : items) {
-        if (const auto *own = scriptItem(item)) {
-            if (isAskedFor(own))
-                return own->script();
-            continue;
-        }
-        for (const MenuItem::Pointer &member : item->subitems()) {
-            if (isAskedFor(scriptItem(member)))
-                return scriptItem(member)->script();
+        = [&question](const std::optional<QString> &script) { return script && scriptQuestion(*script) == question; };
+    for (const QVariant &entry : entries) {
+        if (const auto script = storedScript(entry.toMap()); isAskedFor(script))
+            return script;
+        for (const QVariant &member : storedMembers(entry.toMap())) {
+            if (const auto script = storedScript(member.toMap()); isAskedFor(script))
+                return script;
         }
     }
     return std::nullopt;
 }
 
-ToolkitLink::ToolkitLink(const ToolkitServices &services, ItemLoader loadItems, QObject *parent)
-    : QObject(parent), m_services(services), m_loadItems(std::move(loadItems))
+ToolkitLink::ToolkitLink(const ToolkitServices &services, EntryReader readEntries, QObject *parent)
+    : QObject(parent), m_services(services), m_readEntries(std::move(readEntries))
 {
     m_services.center.setUrlSchemeForReceiving(QStringLiteral("orbita-com"));
     m_services.center.addObserver(
@@ -83,12 +91,13 @@ void ToolkitLink::terminate()
 {
     if (m_services.center.isRecipientReachable())
         m_services.center.sendAction(VXRemoteAction(QStringLiteral("terminate")));
+    m_services.urls.flush();
 }
 
 std::optional<VXRemoteAction> ToolkitLink::verifyApplescriptAction(const VXRemoteAction &action) const
 {
     const auto hash = action.valueForParameter(QStringLiteral("hash"));
-    const auto script = hash ? scriptAskedFor(m_loadItems().menuItems(), *hash) : std::nullopt;
+    const auto script = hash ? scriptAskedFor(m_readEntries(), *hash) : std::nullopt;
     if (!script)
         return std::nullopt;
     VXRemoteAction reply(QStringLiteral("verifyApplescriptResult"));

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "model/MenuItemArray.h"
 #include "toolkit/VXRemoteAction.h"
 
 #include <QObject>
+#include <QVariantList>
 
 #include <functional>
 #include <optional>
@@ -29,17 +29,17 @@ struct ToolkitServices {
 class ToolkitLink final : public QObject {
     Q_OBJECT
 public:
-    using ItemLoader = std::function<MenuItemArray()>;
+    /// Reads the user's entries as they are stored now; without one there are none.
+    using EntryReader = std::function<QVariantList()>;
 
-    /// \a loadItems loads the user's entries as they are stored now.
-    ToolkitLink(const ToolkitServices &services, ItemLoader loadItems, QObject *parent = nullptr);
+    ToolkitLink(const ToolkitServices &services, EntryReader readEntries, QObject *parent = nullptr);
     ~ToolkitLink() override;
 
     /// Starts the companion where it is installed, and asks for its version a second later.
     void start();
     /// Takes in an address that the program was asked to open, also before start().
     void handleUrl(const QString &url);
-    /// Has the companion end with the program.
+    /// Has the companion end with the program, which may wait for that.
     void terminate();
 
     /// Answers with a digest under another salt when \a action asks for a script that is the user's own.
@@ -56,11 +56,11 @@ private:
     void replaceOldToolkit();
 
     ToolkitServices m_services;
-    ItemLoader m_loadItems;
+    EntryReader m_readEntries;
 };
 
-/// The script that \a question (see scriptQuestion()) names, among \a items and the members that they hold, but not the
-/// members of those. Nothing when none of them is it.
-[[nodiscard]] std::optional<QString> scriptAskedFor(const MenuItemArray::Items &items, const QString &question);
+/// The script that \a question (see scriptQuestion()) names, among the stored \a entries and the members that they
+/// hold, but not the members of those. Nothing when none of them is it.
+[[nodiscard]] std::optional<QString> scriptAskedFor(const QVariantList &entries, const QString &question);
 
 } // namespace Orbita

@@ -10,6 +10,7 @@
 #include "model/ImageCache.h"
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
+#include "model/MenuItemArray.h"
 #include "platform/Directories.h"
 #include "platform/Scheduler.h"
 #include "platform/desktop/ApplicationIndex.h"
@@ -127,7 +128,7 @@ struct Program {
     ItemServices items{desktop.workspace, desktop.runningApplications, toolkit, imageCache, imageStore, editors};
     ToolkitLink toolkitLink{
         {toolkit, urls, desktop.workspace, dialogs, scheduler},
-        [this] { return MenuItemArray(directories.container, defaults, settings, items); },
+        [this] { return MenuItemArray::storedEntries(directories.container, defaults); },
     };
     FrameClock clock{desktop.appearance};
     RenderedPictures pictures;

@@ -19,6 +19,17 @@ namespace {
 
 const QString finderName = QStringLiteral("Finder");
 
+QString filePathIn(const QString &folder)
+{
+    return folder + QStringLiteral("/menuItems.plist");
+}
+
+std::optional<QVariantList> readLegacyDefaults(const UserDefaults &defaults)
+{
+    const QVariant stored = defaults.value(QStringLiteral("menuItems"));
+    return stored.typeId() == QMetaType::QVariantList ? std::optional(stored.toList()) : std::nullopt;
+}
+
 bool isFinder(const MenuItem &item)
 {
     return dynamic_cast<const CoreMenuItem *>(&item) && item.name() == finderName;
@@ -28,10 +39,7 @@ bool isFinder(const MenuItem &item)
 
 MenuItemArray::MenuItemArray(const QString &folder, UserDefaults &defaults, const AppSettings &settings,
                              ItemServices &services)
-    : m_filePath(folder + QStringLiteral("/menuItems.plist")),
-      m_defaults(defaults),
-      m_settings(settings),
-      m_services(services)
+    : m_filePath(filePathIn(folder)), m_defaults(defaults), m_settings(settings), m_services(services)
 {
     refresh();
 }
@@ -71,12 +79,21 @@ void MenuItemArray::removeObjectsAt(const std::set<std::size_t> &indexes)
         removeObjectAt(*index);
 }
 
+QVariantList MenuItemArray::storedEntries(const QString &folder, const UserDefaults &defaults)
+{
+    const auto root = PropertyList::read(filePathIn(folder));
+    if (root)
+        return root->typeId() == QMetaType::QVariantList ? root->toList() : QVariantList();
+    const bool isMissing = root.error() == PropertyList::ReadError::Missing;
+    return isMissing ? readLegacyDefaults(defaults).value_or(QVariantList()) : QVariantList();
+}
+
 bool MenuItemArray::refresh()
 {
     auto entries = readFile();
     const bool isFileMissing = !entries;
     if (isFileMissing)
-        entries = readLegacyDefaults();
+        entries = readLegacyDefaults(m_defaults);
     const bool allMade = !entries || load(*entries);
     m_fileHoldsUnmadeEntries = !isFileMissing && !allMade;
     if (m_items.empty())
@@ -102,12 +119,6 @@ std::optional<QVariantList> MenuItemArray::readFile()
     else if (mightReplaceFile)
         qCWarning(lcModel, "The item file %s cannot be read; nothing will be saved.", qUtf8Printable(m_filePath));
     return std::nullopt;
-}
-
-std::optional<QVariantList> MenuItemArray::readLegacyDefaults() const
-{
-    const QVariant stored = m_defaults.value(QStringLiteral("menuItems"));
-    return stored.typeId() == QMetaType::QVariantList ? std::optional(stored.toList()) : std::nullopt;
 }
 
 bool MenuItemArray::load(const QVariantList &entries)
@@ -140,10 +151,10 @@ void MenuItemArray::addDefaultEntries()
         m_items.erase(m_items.begin());
 }
 
-void MenuItemArray::persist()
+bool MenuItemArray::persist()
 {
     if (!m_mayReplaceFile)
-        return;
+        return false;
     QVariantList entries;
     for (const auto &item : m_items) {
         if (auto dictionary = item->dictionaryRepresentation())
@@ -153,7 +164,7 @@ void MenuItemArray::persist()
         const QString aside = copyAsideDamagedFile(m_filePath);
         if (aside.isEmpty()) {
             qCWarning(lcModel, "Entries that could not be read would be lost; the item file was not saved.");
-            return;
+            return false;
         }
         qCWarning(lcModel, "Entries that could not be read were dropped; a copy was kept as %s.",
                   qUtf8Printable(aside));
@@ -161,8 +172,10 @@ void MenuItemArray::persist()
     }
     QDir().mkpath(QFileInfo(m_filePath).path());
     // Entries kept as they were read may hold characters that XML cannot: controls and halves of surrogate pairs.
-    if (!PropertyList::write(m_filePath, entries, PropertyList::Format::Binary))
-        qCWarning(lcModel, "The item file %s could not be saved.", qUtf8Printable(m_filePath));
+    if (PropertyList::write(m_filePath, entries, PropertyList::Format::Binary))
+        return true;
+    qCWarning(lcModel, "The item file %s could not be saved.", qUtf8Printable(m_filePath));
+    return false;
 }
 
 } // namespace Orbita

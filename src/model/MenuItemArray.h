@@ -22,6 +22,10 @@ public:
     /// Keeps its file in \a folder and loads it.
     MenuItemArray(const QString &folder, UserDefaults &defaults, const AppSettings &settings, ItemServices &services);
 
+    /// The entries as they are stored in \a folder now, and where no file lies there, those under the legacy key of
+    /// \a defaults. None when they cannot be read. For looking something up: it neither writes nor logs.
+    [[nodiscard]] static QVariantList storedEntries(const QString &folder, const UserDefaults &defaults);
+
     /// Loads the list anew. False when a stored entry could not be made; persist() then drops it from the file.
     ///
     /// Without a readable file the entries under the legacy defaults key "menuItems" are taken over, without those the
@@ -29,10 +33,10 @@ public:
     /// aside first; one that may not be read is left alone, and nothing is saved while it stands. The "Finder" entry
     /// follows the setting: hidden, or first in the list when it is not among the entries.
     bool refresh();
-    /// Saves the list atomically as a binary property list, running applications left out. A failure is logged, and
-    /// the old file stands. Where the last refresh() met entries that could not be made, a copy of the file that holds
-    /// them is set aside first.
-    void persist();
+    /// Saves the list atomically as a binary property list, running applications left out. False when
+    /// that failed, which is logged: the old file stands then. Where the last refresh() met entries that could not be
+    /// made, a copy of the file that holds them is set aside first.
+    bool persist();
     /// Whether the last refresh() met stored entries that could not be made, and they are still in the file.
     [[nodiscard]] bool fileHoldsUnmadeEntries() const { return m_fileHoldsUnmadeEntries; }
 
@@ -54,7 +58,6 @@ public:
 
 private:
     [[nodiscard]] std::optional<QVariantList> readFile();
-    [[nodiscard]] std::optional<QVariantList> readLegacyDefaults() const;
     /// Replaces the list by what \a entries describe. False when one of them could not be made.
     bool load(const QVariantList &entries);
     void addDefaultEntries();

@@ -16,6 +16,9 @@ public:
     /// \a url is passed on as it stands, up to some MiB. Does not wait, and delivery is not confirmed; a failure is
     /// logged.
     virtual void openUrl(const QString &url) = 0;
+    /// Sees to it that what was opened gets to its programs although this one ends now. May wait some seconds for a
+    /// program that is just starting.
+    virtual void flush() = 0;
 };
 
 } // namespace Orbita

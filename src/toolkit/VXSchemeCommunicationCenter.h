@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QObject>
 
+#include <chrono>
 #include <functional>
 #include <vector>
 

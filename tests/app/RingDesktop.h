@@ -30,7 +30,7 @@ struct RingDesktop : MemoryDesktop {
     MemoryDialogs dialogs;
     VXSchemeCommunicationCenter center{urls, scheduler};
     ToolkitLink toolkitLink{{center, urls, workspace, dialogs, scheduler}, [this] {
-                                return MenuItemArray(container.directories().container, defaults, settings, services);
+                                return MenuItemArray::storedEntries(container.directories().container, defaults);
                             }};
 
     /// Lets every animation run to its end and its owners hear of it.

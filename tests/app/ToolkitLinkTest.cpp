@@ -1,6 +1,6 @@
 #include "app/ToolkitLink.h"
 
-#include "model/AppleScriptMenuItem.h"
+#include "model/MenuItemArray.h"
 #include "platform/PropertyList.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryScheduler.h"
@@ -40,7 +40,7 @@ struct ToolkitLinkTest : testing::Test {
     MemoryDialogs dialogs;
     VXSchemeCommunicationCenter center{urls, scheduler};
     ToolkitLink link{{center, urls, desktop.workspace, dialogs, scheduler},
-                     [this] { return MenuItemArray(folder(), desktop.defaults, desktop.settings, desktop.services); }};
+                     [this] { return MenuItemArray::storedEntries(folder(), desktop.defaults); }};
 
     [[nodiscard]] QString folder() const { return desktop.container.directories().container; }
     void store(const QVariantList &entries)
@@ -83,6 +83,22 @@ TEST_F(ToolkitLinkTest, confirmsTheUsersOwnScriptsAsTheyAreStoredNow)
     EXPECT_FALSE(link.verifyApplescriptAction(loud)) << "digests are compared as they are";
 }
 
+TEST_F(ToolkitLinkTest, writesAndLogsNothingForAnAnswer)
+{
+    const QString file = desktop.container.itemFile();
+    testing::internal::CaptureStderr();
+    desktop.defaults.setValue(u"menuItems"_s, QVariantList{scriptEntry(u"legacy"_s)});
+    EXPECT_EQ(answerTo(u"legacy"_s), scriptAnswer(u"legacy"_s));
+    EXPECT_FALSE(QFile::exists(file));
+    desktop.container.write(u"data/menuItems.plist"_s, "damaged");
+    EXPECT_EQ(answerTo(u"legacy"_s), QString());
+    EXPECT_EQ(QDir(folder()).entryList({u"menuItems*"_s}), QStringList(u"menuItems.plist"_s));
+    EXPECT_EQ(TemporaryContainer::read(file), "damaged");
+    store({QVariantMap{{u"class"_s, u"AppMenuItem"_s}}});
+    EXPECT_EQ(answerTo(u"own"_s), QString());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST_F(ToolkitLinkTest, answersACompanionThatAsksBeforeAllHasStarted)
 {
     urls.schemes = {toolkitScheme};
@@ -117,6 +133,7 @@ TEST_F(ToolkitLinkTest, startsTheCompanionAndAsksItsVersionASecondLater)
     link.terminate();
     EXPECT_EQ(lastSent()->name(), u"terminate"_s);
     EXPECT_TRUE(lastSent()->params().isEmpty());
+    EXPECT_EQ(urls.flushed, urls.opened.size()) << "it gets there before the program ends";
 }
 
 TEST_F(ToolkitLinkTest, offersToReplaceACompanionThatDoesNotKnowTheMessages)

@@ -9,6 +9,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
+
 namespace Orbita {
 namespace {
 
@@ -98,6 +100,20 @@ TEST(Toolkit, isStartedWithOrbitaAndEndsWithIt)
     const qint64 companion = session.desktop().bus().pidOf(u"org.orbita.Toolkit"_s);
     session.orbita(u"quit"_s);
     waitUntil([&] { return hasEnded(companion); }, u"the companion ends"_s);
+}
+
+TEST(Toolkit, endsWithAnOrbitaThatQuitsBeforeItHasCome)
+{
+    InstalledSession session;
+    const auto isRunning = [&session](const QString &program) {
+        return std::ranges::any_of(session.desktop().processes().all(), [&program](qint64 pid) {
+            return QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(pid)).endsWith(program) && !hasEnded(pid);
+        });
+    };
+    session.orbita(u"show"_s);
+    session.orbita(u"quit"_s);
+    waitUntil([&] { return !isRunning(u"/orbita-desktop"_s); }, u"Orbita ends"_s);
+    waitUntil([&] { return !isRunning(u"/orbita-toolkit"_s); }, u"the companion ends"_s);
 }
 
 TEST(Toolkit, runsAScriptFromTheRing)

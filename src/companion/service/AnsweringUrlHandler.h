@@ -17,6 +17,7 @@ public:
     [[nodiscard]] bool isSchemeHandled(const QString &scheme) const override;
     /// What nobody takes is logged, without its content.
     void openUrl(const QString &url) override;
+    void flush() override { m_urls.flush(); }
 
 private:
     UrlHandler &m_urls;

@@ -22,12 +22,18 @@ constexpr qsizetype maximumCall = 4 * 1024 * 1024;
 /// Milliseconds; stands for no limit. A program may be busy, and a call that was given up could still be carried out.
 constexpr int noTimeout = std::numeric_limits<int>::max();
 
-/// How many of the first addresses of \a waiting go into one call.
-qsizetype firstBatch(const QQueue<QString> &waiting)
+qsizetype bytes(const QString &url)
+{
+    return url.size() * qsizetype(sizeof(QChar));
+}
+
+/// How many of the addresses of \a waiting from \a first on go into one call.
+qsizetype batch(const QQueue<QString> &waiting, qsizetype first = 0)
 {
     qsizetype length = 0;
     const auto exceeds = [&length](const QString &url) { return (length += url.size()) > maximumCall; };
-    const qsizetype fitting = std::ranges::find_if(waiting, exceeds) - waiting.begin();
+    const auto begin = waiting.begin() + first;
+    const qsizetype fitting = std::find_if(begin, waiting.end(), exceeds) - begin;
     return std::max<qsizetype>(fitting, 1);
 }
 
@@ -54,6 +60,13 @@ ApplicationClient::ApplicationClient(QDBusConnection bus, QString name, Schedule
 
 void ApplicationClient::open(const QString &url, const QByteArray &token, Starter start)
 {
+    if (m_waitingBytes + bytes(url) > maximumWaiting) {
+        if (!std::exchange(m_isFull, true))
+            qCWarning(lcPlatform).noquote() << "Too much waits for" << m_name << "already; more addresses are lost.";
+        return;
+    }
+    m_isFull = false;
+    m_waitingBytes += bytes(url);
     m_waiting.enqueue(url);
     m_token = token;
     m_start = std::move(start);
@@ -64,7 +77,16 @@ void ApplicationClient::open(const QString &url, const QByteArray &token, Starte
 void ApplicationClient::call()
 {
     m_state = State::Calling;
-    const qsizetype count = firstBatch(m_waiting);
+    m_calledWith = batch(m_waiting);
+    auto *watcher = new QDBusPendingCallWatcher(send(m_waiting.first(m_calledWith)), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        take(*watcher);
+    });
+}
+
+QDBusPendingCall ApplicationClient::send(const QStringList &urls)
+{
     QVariantMap platformData;
     if (!m_token.isEmpty()) {
         platformData.insert(QStringLiteral("desktop-startup-id"), QString::fromUtf8(m_token));
@@ -73,24 +95,45 @@ void ApplicationClient::call()
     auto request
         = QDBusMessage::createMethodCall(m_name, DesktopApplication::objectPath(m_name),
                                          QStringLiteral("org.freedesktop.Application"), QStringLiteral("Open"));
-    request << QStringList(m_waiting.first(count)) << platformData;
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request, noTimeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, count] {
-        watcher->deleteLater();
-        take(*watcher, count);
-    });
+    request << urls << platformData;
+    return m_bus.asyncCall(request, noTimeout);
 }
 
-void ApplicationClient::take(const QDBusPendingCall &answer, qsizetype count)
+void ApplicationClient::flush()
+{
+    if (m_state == State::Starting)
+        return giveUp(QStringLiteral("it has not come in time"));
+    if (m_state == State::Idle)
+        return;
+    while (m_waiting.size() > m_calledWith) {
+        const qsizetype count = batch(m_waiting, m_calledWith);
+        send(m_waiting.mid(m_calledWith, count));
+        remove(m_calledWith, count);
+    }
+    // The bus keeps the order, also of what waits for a program to start, but drops what its sender does not live to
+    // see handed over. An answer to this tells that all before it has been.
+    m_bus.call(QDBusMessage::createMethodCall(m_name, QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"),
+                                              QStringLiteral("Ping")),
+               QDBus::Block, int(std::chrono::milliseconds(farewell).count()));
+}
+
+void ApplicationClient::remove(qsizetype first, qsizetype count)
+{
+    for (const QString &url : m_waiting.mid(first, count))
+        m_waitingBytes -= bytes(url);
+    m_waiting.remove(first, count);
+}
+
+void ApplicationClient::take(const QDBusPendingCall &answer)
 {
     if (answer.isError() && isNobodyThere(answer.error()))
         return startProgram();
     if (answer.isError()) {
-        qCWarning(lcPlatform).noquote() << m_name << "did not open" << count
+        qCWarning(lcPlatform).noquote() << m_name << "did not open" << m_calledWith
                                         << "addresses:" << answer.error().message().simplified();
     }
     // Not again in either case: the program may have carried them out before it went away.
-    m_waiting.remove(0, count);
+    remove(0, std::exchange(m_calledWith, 0));
     m_wasStarted = false;
     m_state = State::Idle;
     if (!m_waiting.isEmpty())
@@ -113,7 +156,7 @@ void ApplicationClient::startProgram()
 void ApplicationClient::giveUp(const QString &why)
 {
     qCWarning(lcPlatform).noquote() << m_waiting.size() << "addresses for" << m_name << "are lost:" << why;
-    m_waiting.clear();
+    remove(0, m_waiting.size());
     m_wasStarted = false;
     m_state = State::Idle;
 }

@@ -25,6 +25,10 @@ public:
 
     /// How long a program that was started may take until it has its name.
     static constexpr std::chrono::seconds patience{30};
+    /// How long flush() may wait.
+    static constexpr std::chrono::seconds farewell{5};
+    /// Bytes of addresses that may wait for a program; more are dropped, and that is logged once.
+    static constexpr qsizetype maximumWaiting = 64 * 1024 * 1024;
 
     /// \a name is the program's bus name; \a scheduler outlives the client.
     ApplicationClient(QDBusConnection bus, QString name, Scheduler &scheduler);
@@ -32,12 +36,17 @@ public:
     /// Has the program open \a url, behind those that still wait. Where the bus does not know how to start the program,
     /// \a start does, and the addresses follow when it has come. \a token lets its window come to the front.
     void open(const QString &url, const QByteArray &token, Starter start);
+    /// Sends what waits for the answer to an earlier call, and waits until the program has been handed all of it: what
+    /// is meant for a program that the bus is still starting would be lost if this one ended before.
+    void flush();
 
 private:
     enum class State { Idle, Calling, Starting };
 
     void call();
-    void take(const QDBusPendingCall &answer, qsizetype count);
+    QDBusPendingCall send(const QStringList &urls);
+    void take(const QDBusPendingCall &answer);
+    void remove(qsizetype first, qsizetype count);
     void startProgram();
     void giveUp(const QString &why);
 
@@ -48,8 +57,11 @@ private:
     int m_starts = 0;          ///< tells the wait for one start from those before
     bool m_wasStarted = false; ///< and has not taken a call since
     QQueue<QString> m_waiting;
-    QByteArray m_token; ///< of the latest address
-    Starter m_start;    ///< of the latest address
+    qsizetype m_waitingBytes = 0;
+    qsizetype m_calledWith = 0; ///< how many of the waiting addresses the call carries that is not answered yet
+    bool m_isFull = false;      ///< an address was dropped, and none has been taken since
+    QByteArray m_token;         ///< of the latest address
+    Starter m_start;            ///< of the latest address
 };
 
 } // namespace Orbita

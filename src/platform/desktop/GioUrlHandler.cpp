@@ -11,6 +11,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace Orbita {
 
 namespace {
@@ -78,11 +80,19 @@ void GioUrlHandler::openUrl(const QString &url)
     launchProgram(application.get(), {url}, *m_notifier);
 }
 
+void GioUrlHandler::flush()
+{
+    for (const auto &[desktopId, client] : m_clients)
+        client->flush();
+}
+
 ApplicationClient &GioUrlHandler::client(const QString &desktopId)
 {
     auto &client = m_clients[desktopId];
     if (!client) {
-        const QString name = desktopId.chopped(QStringLiteral(".desktop").size());
+        const QLatin1String suffix(".desktop");
+        Q_ASSERT(desktopId.endsWith(suffix));
+        const QString name = desktopId.chopped(suffix.size());
         client = std::make_unique<ApplicationClient>(m_bus, name, m_scheduler);
     }
     return *client;

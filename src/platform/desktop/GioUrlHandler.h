@@ -27,6 +27,7 @@ public:
     /// A program that is not there although its entry is does not count.
     [[nodiscard]] bool isSchemeHandled(const QString &scheme) const override;
     void openUrl(const QString &url) override;
+    void flush() override;
 
 private:
     [[nodiscard]] ApplicationClient &client(const QString &desktopId);

@@ -19,9 +19,12 @@ public:
         if (receiver)
             receiver(url);
     }
+    /// Nothing waits here; writes down how much of what was opened has been seen to.
+    void flush() override { flushed = opened.size(); }
 
     QSet<QString> schemes;
     QStringList opened;
+    qsizetype flushed = 0;                         ///< how many of the opened addresses the last flush() has seen to
     std::function<void(const QString &)> receiver; ///< stands for the program on the other side; may be empty
 };
 

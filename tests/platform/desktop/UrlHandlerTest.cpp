@@ -9,6 +9,8 @@
 #include <QDBusMessage>
 #include <QFile>
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace Orbita {
@@ -100,6 +102,23 @@ TEST_F(UrlHandlerTest, AFloodStartsOneProgramAndWaitsForIt)
     EXPECT_TRUE(eventually([&] { return recipient.opened.size() >= flood.size() + addresses.size(); }));
     EXPECT_EQ(recipient.opened, flood + addresses);
     EXPECT_FALSE(probe.wasStarted());
+}
+
+TEST_F(UrlHandlerTest, MoreThan64MiBDoNotWait)
+{
+    install("DBusActivatable=true");
+    const QString long2MiB = u"x-test:"_s + QString(1024 * 1024 - 7, u'a');
+    testing::internal::CaptureStderr();
+    for (int i = 0; i < 35; ++i)
+        handler.openUrl(long2MiB);
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::ranges::count(log, '\n'), 1) << log;
+    static_cast<void>(probe.waitForStart());
+    const Recipient recipient;
+    EXPECT_TRUE(eventually([&] { return recipient.opened.size() >= 32; }));
+    handler.openUrl(addresses[0]);
+    EXPECT_TRUE(eventually([&] { return recipient.opened.contains(addresses[0]); }));
+    EXPECT_EQ(recipient.opened.size(), 33);
 }
 
 TEST_F(UrlHandlerTest, AProgramThatDoesNotComeLosesItsAddressesAndIsStartedAnewForTheNext)

@@ -66,6 +66,14 @@ Lines others(std::string_view line, std::string_view desktopId)
     return ids;
 }
 
+/// Removes \a line, and the group with its only line.
+void removeLine(Lines &lines, Lines::iterator line)
+{
+    lines.erase(line);
+    if (const Section section = defaultsOf(lines); section.begin == section.end)
+        lines.erase(section.begin - 1);
+}
+
 std::string lineFor(std::string_view type, const Lines &ids)
 {
     return std::string(type) + '=' + joined(ids, ';');
@@ -98,7 +106,7 @@ std::string withoutDefault(std::string_view list, std::string_view type, std::st
     if (line == section.end || line->find(desktopId) == std::string::npos)
         return std::string(list);
     if (const Lines ids = others(*line, desktopId); ids.empty())
-        lines.erase(line);
+        removeLine(lines, line);
     else
         *line = lineFor(type, ids);
     return joined(lines, '\n');

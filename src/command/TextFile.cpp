@@ -26,6 +26,13 @@ bool writeAll(int file, std::string_view text)
     return fsync(file) == 0;
 }
 
+/// The mode for a file in the place of \a path: that of the one there, else that of a file which is no secret.
+mode_t modeFor(const char *path)
+{
+    struct stat status = {};
+    return ::stat(path, &status) == 0 ? status.st_mode & 0777 : 0644;
+}
+
 } // namespace
 
 std::optional<std::string> readTextFile(const std::filesystem::path &path)
@@ -52,8 +59,8 @@ bool writeTextFile(const std::filesystem::path &path, std::string_view text)
     const int file = mkostemp(temporary.data(), O_CLOEXEC);
     if (file < 0)
         return false;
-    // mkostemp() makes a file for its user alone; these are no secret.
-    const bool isWritten = fchmod(file, 0644) == 0 && writeAll(file, text);
+    // mkostemp() makes a file for its user alone.
+    const bool isWritten = fchmod(file, modeFor(target.c_str())) == 0 && writeAll(file, text);
     if (close(file) == 0 && isWritten && rename(temporary.c_str(), target.c_str()) == 0)
         return true;
     unlink(temporary.c_str());

@@ -32,7 +32,9 @@ const List lists[]{
      "[Default Applications]\r\nx = b\r\n"},
     {"several applications", "[Default Applications]\nx=b;a;c;\ny=a;\n", "[Default Applications]\nx=a;b;c;\ny=a;\n",
      "[Default Applications]\nx=b;c;\ny=a;\n"},
-    {"itself alone", "[Default Applications]\nx=a;\n", "[Default Applications]\nx=a;\n", "[Default Applications]\n"},
+    {"itself alone", "[Default Applications]\nx=a;\n[Z]\n", "[Default Applications]\nx=a;\n[Z]\n", "[Z]\n"},
+    {"itself and a remark", "[Default Applications]\n#c\nx=a;\n", "[Default Applications]\n#c\nx=a;\n",
+     "[Default Applications]\n#c\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Lists, DefaultsList, testing::ValuesIn(lists), rowName<List>);
 
@@ -61,6 +63,17 @@ TEST(Registration, leavesFilesOfOthersAlone)
         EXPECT_EQ(unregisterPrograms(folders), std::nullopt);
         EXPECT_EQ(readTextFile(foreign), text);
         EXPECT_TRUE(std::filesystem::exists(foreign));
+    }
+}
+
+TEST(TextFile, keepsTheModeOfWhatItReplaces)
+{
+    const std::filesystem::path path = testing::TempDir() + "mode";
+    std::filesystem::remove(path);
+    for (const auto mode : {std::filesystem::perms(0644), std::filesystem::perms(0600)}) {
+        ASSERT_TRUE(writeTextFile(path, "text"));
+        EXPECT_EQ(std::filesystem::status(path).permissions(), mode);
+        std::filesystem::permissions(path, std::filesystem::perms(0600));
     }
 }
 

@@ -182,7 +182,9 @@ TEST_F(GioWorkspaceTest, OnlyATrustedApplicationIsStartedByOpeningIt)
     const QString installed = install("opened", probe.desktopFile());
     const uid_t self = geteuid();
     const uid_t somebody = self + 12345;
-    // What is opened, what that starts, the file whose mode and owner count, those, and whether it is started.
+    const QString files = PrivateSession::path("files");
+    // What is opened, what that starts, the file or folder whose mode and owner count, those, and whether it is
+    // started.
     using Row = std::tuple<QString, const Probe &, QString, mode_t, uid_t, bool>;
     for (const auto &[opened, started, path, mode, owner, isStarted] :
          {Row{installed, probe, installed, 0602, self, true}, Row{loose, probe, loose, 0700, self, true},
@@ -191,7 +193,9 @@ TEST_F(GioWorkspaceTest, OnlyATrustedApplicationIsStartedByOpeningIt)
           Row{image.program(), image, image.program(), 0755, self, true},
           Row{image.program(), image, image.program(), 0757, self, false},
           Row{folder, inFolder, inFolder.program(), 0755, self, true},
-          Row{folder, inFolder, inFolder.program(), 0755, somebody, false}}) {
+          Row{folder, inFolder, inFolder.program(), 0755, somebody, false}, Row{loose, probe, loose, 0700, self, true},
+          Row{loose, probe, files, 0777, self, false}, Row{folder, inFolder, files, 0777, self, false},
+          Row{loose, probe, files, 01777, self, true}, Row{loose, probe, files, 0755, self, true}}) {
         const QByteArray decisive = QFile::encodeName(path);
         // Only the superuser may give files away.
         if (chown(decisive.constData(), owner, gid_t(-1)) != 0 || chmod(decisive.constData(), mode) != 0)
@@ -203,6 +207,11 @@ TEST_F(GioWorkspaceTest, OnlyATrustedApplicationIsStartedByOpeningIt)
         else
             EXPECT_EQ(outcome.error(), Workspace::Error::Untrusted);
         EXPECT_EQ(chown(decisive.constData(), self, gid_t(-1)), 0);
+    }
+    // Nor may others give a file to any group.
+    const QByteArray shared = QFile::encodeName(loose);
+    if (chown(shared.constData(), self, getegid() + 12345) == 0 && chmod(shared.constData(), 0775) == 0) {
+        EXPECT_FALSE(workspace.openUrl(QUrl::fromLocalFile(loose)));
     }
 }
 

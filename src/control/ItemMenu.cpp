@@ -87,13 +87,22 @@ void ItemMenu::fill(const MenuItem::Pointer &item, const ItemMenuPlan &plan)
 void ItemMenu::addOpenWithMenu(const MenuItem::Pointer &item, const QStringList &applicationPaths)
 {
     QMenu *openWith = m_menu->addMenu(tr("Open With..."));
+    // Not before somebody looks: each application has a name and an icon to be read.
+    connect(openWith, &QMenu::aboutToShow, this, [this, item, applicationPaths, openWith] {
+        if (openWith->isEmpty())
+            fillOpenWithMenu(*openWith, item, applicationPaths);
+    });
+}
+
+void ItemMenu::fillOpenWithMenu(QMenu &openWith, const MenuItem::Pointer &item, const QStringList &applicationPaths)
+{
     for (const QString &path : applicationPaths) {
-        QAction *entry = openWith->addAction(menuIcon(m_workspace.icon(path), m_menu->devicePixelRatioF()),
-                                             menuText(m_workspace.displayName(path)));
+        QAction *entry = openWith.addAction(menuIcon(m_workspace.icon(path), m_menu->devicePixelRatioF()),
+                                            menuText(m_workspace.displayName(path)));
         entry->setIconVisibleInMenu(true);
         connect(entry, &QAction::triggered, this, [this, item, path] { Q_EMIT openWithChosen(item, path); });
         if (path == applicationPaths.first() && applicationPaths.size() > 1)
-            openWith->addSeparator();
+            openWith.addSeparator();
     }
 }
 

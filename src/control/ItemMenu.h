@@ -53,6 +53,7 @@ Q_SIGNALS:
 private:
     void fill(const MenuItem::Pointer &item, const ItemMenuPlan &plan);
     void addOpenWithMenu(const MenuItem::Pointer &item, const QStringList &applicationPaths);
+    void fillOpenWithMenu(QMenu &openWith, const MenuItem::Pointer &item, const QStringList &applicationPaths);
 
     Workspace &m_workspace;
     Scheduler &m_scheduler;

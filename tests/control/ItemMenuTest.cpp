@@ -68,6 +68,8 @@ TEST_F(ItemMenuTest, saysWhatWasChosen)
     EXPECT_EQ(entries[0]->text(), u"Open With..."_s);
     EXPECT_EQ(entries[1]->text(), u"Edit"_s);
     EXPECT_EQ(entries[2]->text(), u"Quit Application"_s);
+    Q_EMIT entries[0]->menu()->aboutToShow();
+    Q_EMIT entries[0]->menu()->aboutToShow();
     const auto applications = entries[0]->menu()->actions();
     ASSERT_EQ(applications.size(), 3) << "the default one stands apart";
     EXPECT_EQ(applications[0]->text(), u"Cut && Paste"_s) << "an ampersand marks no key";

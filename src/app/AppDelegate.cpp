@@ -4,6 +4,7 @@
 #include "app/RingPlacement.h"
 #include "app/StatusItem.h"
 #include "app/ToolkitLink.h"
+#include "editors/VXSheetWindow.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/Stage.h"
 #include "platform/UserDefaults.h"
@@ -102,13 +103,23 @@ void AppDelegate::orbitaShouldShow(ShowEvent event)
     m_services.ring.stage.locatePointer(this, [this, event](QPointF pointer) { showAt(pointer, event); });
 }
 
+bool AppDelegate::presentDialog()
+{
+    QWidget *dialog = QApplication::activeModalWidget();
+    if (!dialog || !dialog->windowHandle())
+        return false;
+    dialog->setWindowState(dialog->windowState() & ~Qt::WindowMinimized);
+    if (auto *sheet = qobject_cast<VXSheetWindow *>(dialog))
+        sheet->recover();
+    m_services.ring.stage.present(*dialog->windowHandle());
+    return true;
+}
+
 void AppDelegate::showAt(QPointF pointer, ShowEvent event)
 {
-    // A dialog of the ring is open: the ring stays where it is, and the dialog is what has to be answered first.
-    if (m_windowController && !m_windowController->canClose()) {
-        m_windowController->presentDialog();
+    // An open dialog is what has to be answered first; the ring stays as it is.
+    if (presentDialog() || (m_windowController && !m_windowController->canClose()))
         return;
-    }
     const QPointF centre = centreFor(pointer);
     const bool inside
         = m_windowController && m_windowController->windowVisible() && m_windowController->frame().contains(centre);
@@ -145,7 +156,7 @@ void AppDelegate::showRing()
         // A trigger over a ring that fades out is not heard; a command is.
         if (m_windowController && m_windowController->isShown())
             showAt(pointer, ShowEvent::Trackpad);
-        else
+        else if (!presentDialog())
             ensureController().showWindowAtScreenPosition(centreFor(pointer));
     });
 }

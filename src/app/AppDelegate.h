@@ -46,6 +46,8 @@ private:
     void preparePictures();
     void presentSettings(TakesKeyboard keyboard);
     [[nodiscard]] QPointF centreFor(QPointF pointer) const;
+    /// Brings a dialog that waits for its answer to the front, minimised or not. False when there is none.
+    bool presentDialog();
     void showAt(QPointF pointer, ShowEvent event);
     void toggle();
     [[nodiscard]] RingWindowController &ensureController();

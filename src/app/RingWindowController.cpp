@@ -5,17 +5,17 @@
 #include "app/RunningEntries.h"
 #include "control/ItemViews.h"
 #include "control/Tint.h"
-#include "editors/VXSheetWindow.h"
 #include "model/ItemServices.h"
 #include "model/RunningAppMenuItem.h"
 #include "platform/Stage.h"
+#include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
 #include "ring/CloseButton.h"
 #include "ring/RingWindow.h"
 #include "settings/AppSettings.h"
 #include "toolkit/RemoteActionSender.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QWindow>
 
 #include <algorithm>
@@ -125,15 +125,12 @@ void RingWindowController::setCanClose(bool canClose)
         showWindowAtScreenPosition(keptOnScreens(m_frame.center(), m_services.ring.stage.screens()));
 }
 
-void RingWindowController::presentDialog()
+void RingWindowController::persistItems()
 {
-    QWidget *dialog = QApplication::activeModalWidget();
-    if (!dialog || !dialog->windowHandle())
-        return;
-    dialog->setWindowState(dialog->windowState() & ~Qt::WindowMinimized);
-    if (auto *sheet = qobject_cast<VXSheetWindow *>(dialog))
-        sheet->recover();
-    m_services.ring.stage.present(*dialog->windowHandle());
+    if (!m_menuItems.persist())
+        m_services.notifications.notify(
+            tr("The ring could not be saved"),
+            tr("%1 could not be written, so what was changed will be lost.").arg(m_menuItems.filePath()));
 }
 
 void RingWindowController::followSettings()
@@ -278,7 +275,7 @@ void RingWindowController::refreshItems(bool instantly)
     updateRunningEntries();
     reloadRing(instantly);
     if (m_menuItems.fileHoldsUnmadeEntries())
-        persistItems();
+        m_menuItems.persist();
 }
 
 bool RingWindowController::updateRunningEntries()

@@ -22,6 +22,7 @@ class CloseButton;
 class RingWindow;
 class Scheduler;
 class UserDefaults;
+class UserNotifications;
 struct ItemServices;
 
 /// What a showing of the ring needs. Borrowed: all of it outlives the controller.
@@ -32,6 +33,7 @@ struct ControllerServices {
     ItemServices &items;
     RingServices ring;
     Scheduler &scheduler;
+    UserNotifications &notifications;
 };
 
 /// Whether the application that had the keyboard before the ring gets it back.
@@ -72,14 +74,12 @@ public:
     [[nodiscard]] bool canClose() const { return m_canClose; }
     /// While false, hide requests are dropped and the entries stay as they are: a dialog of the ring is open.
     void setCanClose(bool canClose);
-    /// Brings the dialog that is open to the front, minimised or not.
-    void presentDialog();
 
     /// Loads the entries anew, or, while canClose() is false, when it is true again: what a dialog is about must not be
     /// replaced under it. \a instantly is passed on to RingView::reloadData().
     void refreshItems(bool instantly = true);
-    /// Saves the entries.
-    void persistItems() { m_menuItems.persist(); }
+    /// Saves the entries after a change by the user, who is told when that fails.
+    void persistItems();
     [[nodiscard]] const MenuItemArray &menuItems() const { return m_menuItems; }
     [[nodiscard]] bool toolkitAvailable() const;
 

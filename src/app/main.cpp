@@ -135,7 +135,7 @@ struct Program {
     RingWindow window{desktop.stage, desktop.blur};
     AppDelegate delegate{
         window,
-        {directories.container, settings, defaults, items, {desktop.stage, clock, pictures}, scheduler},
+        {directories.container, settings, defaults, items, {desktop.stage, clock, pictures}, scheduler, notifications},
         toolkitLink,
         desktop.appearance};
 };

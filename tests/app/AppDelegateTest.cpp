@@ -4,6 +4,7 @@
 #include "app/OrbitaApplication.h"
 #include "app/RingDesktop.h"
 
+#include <QDialog>
 #include <QKeyEvent>
 
 #include <gtest/gtest.h>
@@ -76,6 +77,23 @@ TEST_F(AppDelegateTest, showsForACommandThatComesWhileTheRingFadesOut)
         Q_EMIT(commands.*command)();
         EXPECT_TRUE(isShown());
     }
+}
+
+TEST_F(AppDelegateTest, presentsAnOpenDialogInsteadOfTheRing)
+{
+    CommandService commands;
+    delegate.follow(commands);
+    QDialog dialog;
+    dialog.setModal(true);
+    dialog.showMinimized();
+    Q_EMIT desktop.settings.shouldShow(ShowEvent::Trackpad);
+    Q_EMIT commands.showRequested();
+    EXPECT_FALSE(isShown());
+    EXPECT_EQ(desktop.stage.presented, 2);
+    EXPECT_FALSE(dialog.isMinimized());
+    dialog.close();
+    Q_EMIT desktop.settings.shouldShow(ShowEvent::Trackpad);
+    EXPECT_TRUE(isShown());
 }
 
 TEST_F(AppDelegateTest, keepsARingThatIsShownAgainWhileTheFormerOneGoes)

@@ -5,6 +5,7 @@
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryScheduler.h"
 #include "platform/memory/MemoryUrlHandler.h"
+#include "platform/memory/MemoryUserNotifications.h"
 #include "ring/ManualAnimationClock.h"
 #include "ring/RenderedPictures.h"
 #include "ring/RingWindow.h"
@@ -22,9 +23,10 @@ struct RingDesktop : MemoryDesktop {
     ManualAnimationClock clock;
     RenderedPictures pictures;
     MemoryScheduler scheduler;
+    MemoryUserNotifications notifications;
     RingWindow window{stage, blur};
-    ControllerServices controllerServices{container.directories().container, settings, defaults, services,
-                                          {stage, clock, pictures},          scheduler};
+    ControllerServices controllerServices{container.directories().container, settings,  defaults,     services,
+                                          {stage, clock, pictures},          scheduler, notifications};
 
     MemoryUrlHandler urls;
     MemoryDialogs dialogs;

@@ -136,6 +136,12 @@ TEST_F(RingWindowControllerTest, keepsAnEntryWhileItIsEdited)
     ring->hideWindow(ReactivatePrevious::No);
     edit->trigger();
     EXPECT_EQ(desktop.editors.sessions.size(), 1U) << "a ring that goes edits nothing any more";
+    EXPECT_TRUE(desktop.notifications.notifications.isEmpty());
+    ASSERT_TRUE(QDir(QFileInfo(desktop.container.itemFile()).path()).removeRecursively());
+    desktop.container.write(u"data"_s, "no folder");
+    ring->persistItems();
+    ASSERT_EQ(desktop.notifications.notifications.size(), 1);
+    EXPECT_TRUE(desktop.notifications.notifications[0].text.contains(desktop.container.itemFile()));
 }
 
 TEST_F(RingWindowControllerTest, goesAtOnceWhereNothingCanFade)

@@ -21,9 +21,10 @@ function(install_entry name folder folder_of_programs)
     set(CMAKE_INSTALL_MANIFEST_FILES "${CMAKE_INSTALL_MANIFEST_FILES}" PARENT_SCOPE)
 endfunction()
 
-# "%" has a meaning in the entries of applications only.
-string(REPLACE "%" "%%" quotedForApplication "${quoted}")
+if(quoted MATCHES "%")
+    message(WARNING "Desktop entries cannot name programs in ${folder_of_programs}: a folder's name has a \"%\".")
+endif()
 foreach(program org.orbita.Orbita org.orbita.Toolkit)
-    install_entry(${program}.desktop applications "${quotedForApplication}")
+    install_entry(${program}.desktop applications "${quoted}")
     install_entry(${program}.service dbus-1/services "${quoted}")
 endforeach()

@@ -14,6 +14,7 @@
 #include "platform/Directories.h"
 #include "platform/Scheduler.h"
 #include "platform/desktop/ApplicationIndex.h"
+#include "platform/desktop/EndSignals.h"
 #include "platform/desktop/FallbackHotKeyService.h"
 #include "platform/desktop/FileUserDefaults.h"
 #include "platform/desktop/FreedesktopAppearance.h"
@@ -232,6 +233,8 @@ int run(OrbitaApplication &application)
             delegate.prepareAtLeisure();
         });
     });
+    EndSignals endSignals; // a session that ends sends one
+    QObject::connect(&endSignals, &EndSignals::received, &application, &QApplication::quit);
     const int status = application.exec();
     program.delegate.applicationWillTerminate();
     return status;

@@ -17,7 +17,7 @@ struct EntryTemplate {
 [[nodiscard]] const std::array<EntryTemplate, 4> &entryTemplates();
 
 /// The text of \a entry for programs that lie in \a folder, with a first line that tells who wrote it. Empty when the
-/// folder's name has control characters, which no entry can hold.
+/// folder's name has control characters or a "%", with which no entry works.
 [[nodiscard]] std::string filledEntry(const EntryTemplate &entry, const std::filesystem::path &folder);
 
 /// Whether \a text was made by filledEntry().

@@ -9,8 +9,8 @@ namespace {
 constexpr std::string_view firstLine = "# Written by \"orbita --register\"; \"orbita --unregister\" removes it.\n";
 
 /// \a path between the quotation marks of an entry's command. Such texts are unescaped twice: as a value, and as an
-/// argument. "%" has a meaning in the entries of applications only.
-std::string quoted(std::string_view path, bool isForApplication)
+/// argument.
+std::string inQuotes(std::string_view path)
 {
     std::string text;
     for (const char c : path) {
@@ -19,7 +19,7 @@ std::string quoted(std::string_view path, bool isForApplication)
         else if (c == '"' || c == '`' || c == '$')
             text.append(R"(\\)") += c;
         else
-            text.append(c == '%' && isForApplication ? 2 : 1, c);
+            text += c;
     }
     return text;
 }
@@ -34,13 +34,13 @@ void replaceAll(std::string &text, std::string_view what, const std::string &wit
 
 std::string filledEntry(const EntryTemplate &entry, const std::filesystem::path &folder)
 {
-    const auto isControl = [](unsigned char c) { return c < ' ' || c == 0x7f; };
-    if (std::ranges::any_of(folder.native(), isControl))
+    // Programs are looked for before a doubled "%" is made a single one, so none can be written.
+    const auto isUnfit = [](unsigned char c) { return c < ' ' || c == 0x7f || c == '%'; };
+    if (std::ranges::any_of(folder.native(), isUnfit))
         return {};
-    const bool isForApplication = entry.path.ends_with(".desktop");
     std::string text = std::string(firstLine).append(entry.text);
-    replaceAll(text, "@ORBITA@", quoted((folder / "orbita").native(), isForApplication));
-    replaceAll(text, "@ORBITA_TOOLKIT@", quoted((folder / "orbita-toolkit").native(), isForApplication));
+    replaceAll(text, "@ORBITA@", inQuotes((folder / "orbita").native()));
+    replaceAll(text, "@ORBITA_TOOLKIT@", inQuotes((folder / "orbita-toolkit").native()));
     return text;
 }
 

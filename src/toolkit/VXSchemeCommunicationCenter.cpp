@@ -69,6 +69,8 @@ void VXSchemeCommunicationCenter::awaitResponse(const QString &responseId, Respo
             answer(responseId, nullptr);
         } catch (const std::exception &exception) {
             qCWarning(lcToolkit, "%s", exception.what());
+        } catch (...) {
+            qCWarning(lcToolkit, "an unknown exception");
         }
     });
 }

@@ -42,11 +42,11 @@ TEST(Entries, nameProgramsInFoldersOfAnyName)
 {
     const EntryTemplate desktop{"a.desktop", "Exec=\"@ORBITA@\" %U\n"},
         service{"a.service", "Exec=\"@ORBITA_TOOLKIT@\"\n"};
-    const std::string folder = R"(/a b/$"`\100%)";
-    EXPECT_TRUE(filledEntry(desktop, folder).ends_with("\nExec=\"/a b/\\\\$\\\\\"\\\\`\\\\\\\\100%%/orbita\" %U\n"));
-    EXPECT_TRUE(
-        filledEntry(service, folder).ends_with("\nExec=\"/a b/\\\\$\\\\\"\\\\`\\\\\\\\100%/orbita-toolkit\"\n"));
-    EXPECT_EQ(filledEntry(desktop, "/a\nb"), "");
+    const std::string folder = R"(/a b/$"`\100)";
+    EXPECT_TRUE(filledEntry(desktop, folder).ends_with("\nExec=\"/a b/\\\\$\\\\\"\\\\`\\\\\\\\100/orbita\" %U\n"));
+    EXPECT_TRUE(filledEntry(service, folder).ends_with("\nExec=\"/a b/\\\\$\\\\\"\\\\`\\\\\\\\100/orbita-toolkit\"\n"));
+    for (const char *unfit : {"/a\nb", "/100%"})
+        EXPECT_EQ(filledEntry(desktop, unfit), "") << unfit;
 }
 
 TEST(Registration, leavesFilesOfOthersAlone)

@@ -30,7 +30,7 @@ void Lifetime::endSoon()
 void Lifetime::judge()
 {
     ++m_changes;
-    if (m_runningScripts > 0 || (m_isOrbitaRunning && !m_endsSoon))
+    if (m_endsSoon ? m_runningScripts > 0 : m_isOrbitaRunning)
         return;
     m_scheduler.after(m_endsSoon ? std::chrono::minutes::zero() : patience, *this, [this, change = m_changes] {
         if (change == m_changes)

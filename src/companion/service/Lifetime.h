@@ -8,12 +8,12 @@ namespace Orbita {
 
 class Scheduler;
 
-/// Ends the companion when there is nothing left for it to do, so that it is not left over when Orbita was ended by a
-/// crash or an address has started it alone.
+/// Ends the companion some time after Orbita has gone, with the scripts that still run, so that nothing is left over
+/// when Orbita was ended by a crash or an address has started the companion alone.
 class Lifetime final : public QObject {
     Q_OBJECT
 public:
-    /// How long nothing has to be going on: Orbita may be about to start again.
+    /// How long Orbita has to be gone: it may be about to start again.
     static constexpr std::chrono::minutes patience{1};
 
     /// \a scheduler outlives this object.

@@ -15,6 +15,8 @@ namespace {
 constexpr const char *protocolVersion = "1.0";
 constexpr const char *tooManyRun = "a script, as too many run";
 
+const QString resultKey = QStringLiteral("result");
+
 void refuse(const char *why)
 {
     qCWarning(lcCompanion, "Refused: %s", why);
@@ -109,7 +111,7 @@ const char *ToolkitService::doubtAbout(const QString &script, const VXRemoteActi
     if (!answer)
         return "a script that was not verified in time";
     if (answer->name() != QLatin1String("verifyApplescriptResult")
-        || answer->valueForParameter(QStringLiteral("result")) != scriptAnswer(script))
+        || answer->valueForParameter(resultKey) != scriptAnswer(script))
         return "a script whose verification failed";
     if (!m_means.isOwnScript(script))
         return "a script that is none of the user's items";
@@ -119,14 +121,24 @@ const char *ToolkitService::doubtAbout(const QString &script, const VXRemoteActi
 void ToolkitService::takeAnswer(const QString &script, const VXRemoteAction *answer)
 {
     --m_waitingScripts;
+    if (!answer)
+        expectLateAnswer(scriptAnswer(script));
     if (const char *why = doubtAbout(script, answer))
         refuse(why);
     else
         m_runner.run(script);
 }
 
-void ToolkitService::refuseGuess(const VXRemoteAction &)
+void ToolkitService::expectLateAnswer(const QString &result)
 {
+    m_lateAnswers.append(result);
+    m_scheduler.after(lateAnswerPatience, *this, [this, result] { m_lateAnswers.removeOne(result); });
+}
+
+void ToolkitService::refuseGuess(const VXRemoteAction &answer)
+{
+    if (m_lateAnswers.removeOne(answer.valueForParameter(resultKey).value_or(QString())))
+        return refuse("an answer that came too late");
     refuse("an answer that was not asked for, and with it the scripts that wait");
     m_waitingScripts = 0;
     m_isClosed = true;

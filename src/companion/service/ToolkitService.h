@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -27,6 +28,8 @@ public:
     static constexpr int maximumWaitingScripts = 16;
     static constexpr int maximumRunningScripts = 32;
     static constexpr qsizetype maximumScriptSize = 4 * 1024 * 1024; ///< bytes of UTF-8
+    /// How long a true answer that comes too late is not mistaken for a guess. Each is forgiven once.
+    static constexpr std::chrono::minutes lateAnswerPatience{1};
     /// How long no script is taken after an answer that nobody had asked for.
     static constexpr std::chrono::seconds closedAfterGuess{10};
 
@@ -58,6 +61,7 @@ private:
     void terminate(const VXRemoteAction &action);
     void end();
     void refuseGuess(const VXRemoteAction &answer);
+    void expectLateAnswer(const QString &result);
 
     [[nodiscard]] const char *obstacleFor(const std::optional<QString> &script) const;
     void ask(const QString &script);
@@ -69,6 +73,7 @@ private:
     Scheduler &m_scheduler;
     ScriptRunner &m_runner;
     Means m_means;
+    QStringList m_lateAnswers;   ///< the results of questions that nobody answered in time
     bool m_isUnderstood = false; ///< whether the address at hand reached somebody
     bool m_isClosed = false;     ///< after a guess
     bool m_endsOnceOpen = false; ///< it was asked to end while closed

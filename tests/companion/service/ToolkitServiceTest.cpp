@@ -112,6 +112,22 @@ TEST_F(ToolkitServiceTest, runs_a_script_once_that_orbita_vouches_for)
     EXPECT_EQ(runner.scripts, QStringList{script});
 }
 
+TEST_F(ToolkitServiceTest, takes_the_next_script_after_an_answer_that_came_too_late)
+{
+    execute();
+    const QString late = lastId();
+    scheduler.advance(10s);
+    answer(scriptAnswer(script), late);
+    EXPECT_TRUE(runner.scripts.isEmpty());
+    execute();
+    answer(scriptAnswer(script), lastId());
+    EXPECT_EQ(runner.scripts, QStringList{script});
+    answer(scriptAnswer(script), late);
+    execute();
+    answer(scriptAnswer(script), lastId());
+    EXPECT_EQ(runner.scripts, QStringList{script}) << "the second one is a guess";
+}
+
 TEST_F(ToolkitServiceTest, runs_nothing_without_the_right_answer)
 {
     const QString right = scriptAnswer(script);

@@ -1,4 +1,4 @@
-#include "companion/service/EndSignals.h"
+#include "platform/desktop/EndSignals.h"
 
 #include <QSocketNotifier>
 

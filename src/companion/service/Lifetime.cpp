@@ -32,7 +32,7 @@ void Lifetime::judge()
     ++m_changes;
     if (m_endsSoon ? m_runningScripts > 0 : m_isOrbitaRunning)
         return;
-    m_scheduler.after(m_endsSoon ? std::chrono::minutes::zero() : patience, *this, [this, change = m_changes] {
+    m_scheduler.after(m_endsSoon ? std::chrono::seconds::zero() : patience, *this, [this, change = m_changes] {
         if (change == m_changes)
             Q_EMIT over();
     });

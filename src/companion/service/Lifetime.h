@@ -14,7 +14,7 @@ class Lifetime final : public QObject {
     Q_OBJECT
 public:
     /// How long Orbita has to be gone: it may be about to start again.
-    static constexpr std::chrono::minutes patience{1};
+    static constexpr std::chrono::seconds patience{15};
 
     /// \a scheduler outlives this object.
     explicit Lifetime(Scheduler &scheduler, QObject *parent = nullptr);

@@ -175,7 +175,17 @@ TEST(Entries, linkIsEditedWithItsPicture)
     Program &source = session.startWindow(u"source"_s, {u"--drag"_s, u"file://"_s + file});
     session.windows().moveTo(session.windows().waitForWindow(u"source"_s).id, {20, 20});
     session.show();
-    const WindowInfo sheet = session.edit();
+    WindowInfo sheet = session.edit();
+    session.input().type(u"discarded"_s);
+    session.input().tap(u"Escape"_s);
+    session.waitUntilClosed(sheet);
+    sheet = session.edit();
+    session.input().type(u"closed"_s);
+    session.windows().waitUntilHandled(sheet.id);
+    session.windows().close(sheet.id);
+    session.waitUntilClosed(sheet);
+    EXPECT_EQ(session.stored().value(u"url"_s), u"https://example.org/"_s);
+    sheet = session.edit();
     EXPECT_EQ(sheet.geometry.size(), QSize(480, 136));
     session.input().tap(u"Control+a"_s);
     session.input().type(u"https://example.org/new"_s);

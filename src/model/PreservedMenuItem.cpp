@@ -5,9 +5,9 @@
 
 namespace Orbita {
 
-MenuItem::Pointer PreservedMenuItem::fromDictionary(const QVariantMap &dictionary, ItemServices &services)
+MenuItem::Pointer PreservedMenuItem::fromDictionary(const QVariantMap &dictionary, ItemServices &)
 {
-    return std::make_shared<PreservedMenuItem>(dictionary, services);
+    return std::make_shared<PreservedMenuItem>(dictionary);
 }
 
 QString PreservedMenuItem::text(const char *key) const
@@ -34,16 +34,6 @@ void PreservedMenuItem::open()
 {
     qCWarning(lcModel, "\"%s\" cannot be opened: this version of Orbita does not know entries of the kind %s.",
               qUtf8Printable(name()), qUtf8Printable(text("class")));
-}
-
-std::vector<MenuItem::Pointer> PreservedMenuItem::subitems() const
-{
-    std::vector<Pointer> members;
-    for (const QVariant &member : m_dictionary.value(QStringLiteral("subitems")).toList()) {
-        if (auto item = MenuItem::fromDictionary(member.toMap(), m_services))
-            members.push_back(std::move(item));
-    }
-    return members;
 }
 
 } // namespace Orbita

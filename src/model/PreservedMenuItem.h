@@ -11,25 +11,19 @@ public:
     /// Never null.
     [[nodiscard]] static Pointer fromDictionary(const QVariantMap &dictionary, ItemServices &services);
 
-    PreservedMenuItem(QVariantMap dictionary, ItemServices &services)
-        : m_dictionary(std::move(dictionary)), m_services(services)
-    {
-    }
+    explicit PreservedMenuItem(QVariantMap dictionary) : m_dictionary(std::move(dictionary)) {}
 
     [[nodiscard]] QString identity() const override;
     [[nodiscard]] QString name() const override;
     [[nodiscard]] Image image() const override;
     /// Logs that this kind cannot be opened.
     void open() override;
-    /// The members of a collection that can be made, made anew at each call.
-    [[nodiscard]] std::vector<Pointer> subitems() const override;
     [[nodiscard]] std::optional<QVariantMap> dictionaryRepresentation() const override { return m_dictionary; }
 
 private:
     [[nodiscard]] QString text(const char *key) const;
 
     QVariantMap m_dictionary;
-    ItemServices &m_services;
 };
 
 } // namespace Orbita

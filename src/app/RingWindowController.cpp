@@ -93,9 +93,8 @@ void RingWindowController::buildMenu()
 
 void RingWindowController::ringViewDidRightClickItem(RingView &view, ItemAddress address)
 {
-    const Stage &stage = m_services.ring.stage;
-    const MenuItem::Pointer item = itemAt(address);
-    m_services.ring.stage.locatePointer(this, [this, &view, &stage, item](QPointF pointer) {
+    Stage &stage = m_services.ring.stage;
+    stage.locatePointer(this, [this, &view, &stage, item = itemAt(address)](QPointF pointer) {
         m_itemMenu.popup(item, toolkitAvailable(), view, stage.toDesktop(pointer).toPoint());
     });
 }

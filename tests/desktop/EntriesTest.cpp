@@ -71,6 +71,19 @@ public:
         waitUntil([&] { return !windows().find([&](const WindowInfo &one) { return one.id == window.id; }); },
                   u"the editor is closed"_s);
     }
+    /// Writes something in the editor of the only entry and discards it, then again and closes the window.
+    void editInVain()
+    {
+        WindowInfo sheet = edit();
+        input().type(u"discarded"_s);
+        input().tap(u"Escape"_s);
+        waitUntilClosed(sheet);
+        sheet = edit();
+        input().type(u"closed"_s);
+        windows().waitUntilHandled(sheet.id);
+        windows().close(sheet.id);
+        waitUntilClosed(sheet);
+    }
 
 private:
     [[nodiscard]] bool isSheet(const WindowInfo &window)
@@ -125,7 +138,7 @@ TEST(Entries, scriptIsWrittenInASheetAboveTheRing)
     EntriesSession session;
     session.store({scriptEntry(u"Greeting"_s, u"beep"_s)});
     const WindowInfo ring = session.show();
-    WindowInfo sheet = session.edit();
+    const WindowInfo sheet = session.edit();
     EXPECT_EQ(sheet.geometry, QRect(290, 175, 700, 450));
     waitUntil([&] { return !session.windows().find([](const WindowInfo &one) { return one.overrideRedirect; }); },
               u"no title floats above the sheet"_s);
@@ -151,15 +164,7 @@ TEST(Entries, scriptIsWrittenInASheetAboveTheRing)
     session.waitUntilStored(u"script"_s, u"log 1\nlog 2"_s);
     session.waitUntilActive(ring);
 
-    sheet = session.edit();
-    session.input().type(u"discarded"_s);
-    session.input().tap(u"Escape"_s);
-    session.waitUntilClosed(sheet);
-    sheet = session.edit();
-    session.input().type(u"closed"_s);
-    session.windows().waitUntilHandled(sheet.id);
-    session.windows().close(sheet.id);
-    session.waitUntilClosed(sheet);
+    session.editInVain();
     EXPECT_EQ(session.stored().value(u"script"_s), u"log 1\nlog 2"_s);
     session.dismiss();
 }
@@ -175,17 +180,9 @@ TEST(Entries, linkIsEditedWithItsPicture)
     Program &source = session.startWindow(u"source"_s, {u"--drag"_s, u"file://"_s + file});
     session.windows().moveTo(session.windows().waitForWindow(u"source"_s).id, {20, 20});
     session.show();
-    WindowInfo sheet = session.edit();
-    session.input().type(u"discarded"_s);
-    session.input().tap(u"Escape"_s);
-    session.waitUntilClosed(sheet);
-    sheet = session.edit();
-    session.input().type(u"closed"_s);
-    session.windows().waitUntilHandled(sheet.id);
-    session.windows().close(sheet.id);
-    session.waitUntilClosed(sheet);
+    session.editInVain();
     EXPECT_EQ(session.stored().value(u"url"_s), u"https://example.org/"_s);
-    sheet = session.edit();
+    const WindowInfo sheet = session.edit();
     EXPECT_EQ(sheet.geometry.size(), QSize(480, 136));
     session.input().tap(u"Control+a"_s);
     session.input().type(u"https://example.org/new"_s);

@@ -1,7 +1,7 @@
 #include "platform/PropertyList.h"
 
-#include "platform/BoundedRead.h"
 #include "platform/AtomicFile.h"
+#include "platform/BoundedRead.h"
 #include "platform/propertylist/BinaryPropertyList.h"
 #include "platform/propertylist/XmlPropertyList.h"
 
@@ -31,23 +31,53 @@ Result<int, ReadError> openForReading(const QString &path)
     return Failure(isFile ? ReadError::TooLarge : ReadError::Unreadable);
 }
 
-/// Whether \a value at \a depth fits into the limits; \a values counts it and what it holds.
-bool isWithinLimits(const QVariant &value, int depth, int &values)
-{
-    values += value.metaType() == QMetaType::fromType<Uid>() ? 3 : 1; // a UID is a dictionary of one in XML
-    if (depth > maximumDepth || values > maximumValues)
-        return false;
-    if (value.typeId() == QMetaType::QDateTime && !isRepresentable(value.toDateTime()))
-        return false;
-    if (value.typeId() == QMetaType::QVariantMap) {
-        const auto map = value.toMap();
-        values += int(std::min<qsizetype>(map.size(), maximumValues));
-        return std::all_of(map.cbegin(), map.cend(),
-                           [&](const auto &v) { return isWithinLimits(v, depth + 1, values); });
+/// Adds up what a reader would count.
+class Size {
+public:
+    /// Whether \a value at \a depth, with what was counted before it, fits into the limits.
+    bool hasRoomFor(const QVariant &value, int depth)
+    {
+        if (value.metaType() == QMetaType::fromType<Uid>()) // a dictionary of one in XML
+            return count(3) && depth < maximumDepth;
+        if (!count(1) || depth > maximumDepth)
+            return false;
+        const auto hasRoom = [this, depth](const QVariant &part) { return hasRoomFor(part, depth + 1); };
+        switch (value.typeId()) {
+        case QMetaType::QVariantMap: {
+            const auto map = value.toMap();
+            const bool hasRoomForKeys = std::all_of(map.keyBegin(), map.keyEnd(), hasRoom);
+            return hasRoomForKeys && std::all_of(map.cbegin(), map.cend(), hasRoom);
+        }
+        case QMetaType::QVariantList:
+        case QMetaType::QStringList: {
+            const auto list = value.toList();
+            return std::all_of(list.cbegin(), list.cend(), hasRoom);
+        }
+        case QMetaType::QString:
+            return addContent(sizeOf(value.toString()));
+        case QMetaType::QByteArray:
+            return addContent(value.toByteArray().size());
+        case QMetaType::QDateTime:
+            return isRepresentable(value.toDateTime());
+        default:
+            return true;
+        }
     }
-    const auto list = value.typeId() == QMetaType::QVariantList ? value.toList() : QVariantList();
-    return std::all_of(list.cbegin(), list.cend(), [&](const auto &v) { return isWithinLimits(v, depth + 1, values); });
-}
+
+private:
+    bool count(int values) { return (m_values += values) <= maximumValues; }
+    /// Bytes in the binary format; in XML they are no fewer.
+    static qsizetype sizeOf(const QString &text)
+    {
+        const bool isAscii = std::all_of(text.cbegin(), text.cend(), [](QChar unit) { return unit.unicode() < 0x80; });
+        return isAscii ? text.size() : text.size() * qsizetype(sizeof(char16_t));
+    }
+    /// A text that stands in many places is written once and read as often.
+    bool addContent(qsizetype bytes) { return (m_content += bytes) <= maximumSize; }
+
+    int m_values = 0;
+    qint64 m_content = 0;
+};
 
 } // namespace
 
@@ -66,8 +96,7 @@ Result<QVariant, ReadError> decode(const QByteArray &bytes)
 
 Result<QByteArray, WriteError> encode(const QVariant &root, Format format)
 {
-    int values = 0;
-    if (!isWithinLimits(root, 1, values))
+    if (!Size().hasRoomFor(root, 1))
         return Failure(WriteError::NotRepresentable);
     auto bytes = format == Format::Binary ? encodeBinary(root) : encodeXml(root);
     if (bytes && bytes->size() > maximumSize)

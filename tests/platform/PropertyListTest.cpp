@@ -88,9 +88,8 @@ TEST(PropertyListFormats, areThoseOfOtherPrograms)
     }
 }
 
-QVariant nested(int depth)
+QVariant nested(int depth, QVariant value = true)
 {
-    QVariant value = true;
     for (int i = 1; i < depth; ++i)
         value = i % 2 ? QVariant(QVariantList{value}) : QVariant(QVariantMap{{QStringLiteral("k"), value}});
     return value;
@@ -99,12 +98,22 @@ QVariant nested(int depth)
 TEST(PropertyListEncode, refusesWhatCouldNotBeReadBack)
 {
     for (const Format format : {Format::Xml, Format::Binary}) {
-        const auto deepest = PropertyList::encode(nested(PropertyList::maximumDepth), format);
-        ASSERT_TRUE(deepest);
-        EXPECT_TRUE(PropertyList::decode(*deepest));
-        for (const QVariant &value : {QVariant(), QVariant(QVariantList{QVariant()}), QVariant(QSize(1, 2)),
-                                      QVariant(QDateTime()), nested(PropertyList::maximumDepth + 1),
-                                      QVariant(QVariantList(PropertyList::maximumValues, QVariant(true)))}) {
+        const QString aMegabyte(1024 * 1024, u'x');
+        for (const QVariant &most :
+             {nested(PropertyList::maximumDepth), nested(PropertyList::maximumDepth - 1, QVariant::fromValue(Uid{1})),
+              QVariant(QDateTime(QDate(9999, 12, 31), QTime(23, 59, 59), Qt::UTC)),
+              QVariant(QVariantList(15, aMegabyte))}) {
+            const auto bytes = PropertyList::encode(most, format);
+            ASSERT_TRUE(bytes);
+            const auto decoded = PropertyList::decode(*bytes);
+            EXPECT_TRUE(decoded && *decoded == most) << most.typeName();
+        }
+        for (const QVariant &value :
+             {QVariant(), QVariant(QVariantList{QVariant()}), QVariant(QSize(1, 2)), QVariant(QDateTime()),
+              nested(PropertyList::maximumDepth + 1), nested(PropertyList::maximumDepth, QVariant::fromValue(Uid{1})),
+              QVariant(QVariantList(PropertyList::maximumValues, QVariant(true))),
+              QVariant(QStringList(PropertyList::maximumValues, QString())),
+              QVariant(QVariantList(17, aMegabyte))}) { // written once in the binary format
             const auto refused = PropertyList::encode(value, format);
             ASSERT_FALSE(refused);
             EXPECT_EQ(refused.error(), WriteError::NotRepresentable);

@@ -210,7 +210,7 @@ private:
 
     QVariant date(const QVariant &seconds)
     {
-        constexpr double limit = 1e11; // more than the years that a date may have, less than overflows
+        constexpr double limit = 1e12; // more than the years that a date may have, less than overflows
         if (!(std::abs(seconds.toDouble()) < limit))
             return malformed();
         const qint64 milliseconds = dateEpoch * 1000 + std::llround(seconds.toDouble() * 1000);

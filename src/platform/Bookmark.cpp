@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <climits>
 #include <dirent.h>
 #include <fcntl.h>
@@ -59,19 +60,32 @@ std::optional<Content> parse(const QByteArray &bookmark)
     return content;
 }
 
-/// The path of the file in the folder at \a folderPath that is \a wanted; empty when there is none.
-QByteArray findInFolder(const QByteArray &folderPath, const Identity &wanted)
+/// Finds the file that \a content is about under another name in its folder.
+Result<QByteArray, Error> findRenamed(const Content &content)
 {
+    const QByteArray path = content.path.first(qMax<qsizetype>(content.path.lastIndexOf('/'), 1));
     const auto close = [](DIR *folder) { ::closedir(folder); };
-    const std::unique_ptr<DIR, decltype(close)> folder(::opendir(folderPath.constData()), close);
-    if (!folder)
-        return {};
+    const std::unique_ptr<DIR, decltype(close)> folder(::opendir(path.constData()), close);
+    const auto self = folder ? identityAt(::dirfd(folder.get()), ".") : std::nullopt;
+    // Where a drive was mounted, its empty mount point remains.
+    if (!self || self->device != content.identity.device)
+        return Failure(Error::Unreachable);
+    errno = 0;
     while (const dirent *entry = ::readdir(folder.get())) {
         // The listing tells the inode, so that only a likely entry costs a look at the file itself.
-        if (entry->d_ino == wanted.inode && identityAt(::dirfd(folder.get()), entry->d_name) == wanted)
-            return folderPath + (folderPath.endsWith('/') ? "" : "/") + entry->d_name;
+        if (entry->d_ino == content.identity.inode
+            && identityAt(::dirfd(folder.get()), entry->d_name) == content.identity)
+            return path + (path.endsWith('/') ? "" : "/") + entry->d_name;
+        errno = 0;
     }
-    return {};
+    return Failure(errno == 0 ? Error::Missing : Error::Unreachable);
+}
+
+/// Whether nothing has the name \a path, as opposed to something that cannot be seen.
+bool isNameFree(const QByteArray &path)
+{
+    struct stat status = {};
+    return ::lstat(path.constData(), &status) != 0 && errno == ENOENT;
 }
 
 } // namespace
@@ -89,6 +103,12 @@ Result<QByteArray, Error> create(const QString &path)
     return bookmark;
 }
 
+std::optional<QString> originalPath(const QByteArray &bookmark)
+{
+    const std::optional<Content> content = parse(bookmark);
+    return content ? std::optional(QFile::decodeName(content->path)) : std::nullopt;
+}
+
 Result<Resolved, Error> resolve(const QByteArray &bookmark)
 {
     const std::optional<Content> content = parse(bookmark);
@@ -98,11 +118,15 @@ Result<Resolved, Error> resolve(const QByteArray &bookmark)
         const bool isSame = identityAt(AT_FDCWD, content->path.constData()) == content->identity;
         return Resolved{QFile::decodeName(content->path), !isSame};
     }
-    const QByteArray folder = content->path.first(qMax<qsizetype>(content->path.lastIndexOf('/'), 1));
-    const QString found = QFile::decodeName(findInFolder(folder, content->identity));
-    if (found.isEmpty() || !QFileInfo::exists(found))
-        return Failure(Error::Missing);
-    return Resolved{found, true};
+    if (!isNameFree(content->path))
+        return Failure(Error::Unreachable);
+    const auto found = findRenamed(*content);
+    if (!found)
+        return Failure(found.error());
+    const QString path = QFile::decodeName(*found);
+    if (!QFileInfo::exists(path))
+        return Failure(Error::Unreachable);
+    return Resolved{path, true};
 }
 
 } // namespace Orbita::Bookmark

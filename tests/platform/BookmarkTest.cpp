@@ -19,13 +19,25 @@ protected:
         return bookmark ? *bookmark : QByteArray();
     }
 
+    static QString describe(Bookmark::Error error)
+    {
+        switch (error) {
+        case Bookmark::Error::Malformed:
+            return QStringLiteral("malformed");
+        case Bookmark::Error::Missing:
+            return QStringLiteral("missing");
+        case Bookmark::Error::Unreachable:
+            return QStringLiteral("unreachable");
+        }
+        return {};
+    }
+
     /// What \a bookmark resolves to, a "stale " before it; or the failure.
     static QString resolved(const QByteArray &bookmark)
     {
         const auto resolved = Bookmark::resolve(bookmark);
         if (!resolved)
-            return resolved.error() == Bookmark::Error::Missing ? QStringLiteral("missing")
-                                                                : QStringLiteral("malformed");
+            return describe(resolved.error());
         return (resolved->isStale ? QStringLiteral("stale ") : QString()) + resolved->path;
     }
 
@@ -52,7 +64,7 @@ TEST_F(BookmarkTest, followsARenamedFileOrFolder)
     const QString renamedFolder = m_container.path(QStringLiteral("renamed"));
     ASSERT_TRUE(QDir().rename(folderPath, renamedFolder));
     EXPECT_EQ(resolved(folder), QStringLiteral("stale ") + renamedFolder);
-    EXPECT_EQ(resolved(file), QStringLiteral("missing")) << "only the same folder is searched";
+    EXPECT_EQ(resolved(file), QStringLiteral("unreachable")) << "only the same folder is searched";
 }
 
 TEST_F(BookmarkTest, takesAFileThatReplacedTheOldOne)
@@ -73,6 +85,24 @@ TEST_F(BookmarkTest, failsForAVanishedFileThoughItsInodeIsReused)
     EXPECT_EQ(resolved(bookmark), QStringLiteral("missing"));
 }
 
+TEST_F(BookmarkTest, cannotTellWhetherAFileIsGoneWhereItsDriveIsNotMounted)
+{
+    const QByteArray bookmark = bookmarkOf(m_old);
+    // The lowest byte of the device, behind four of the magic number.
+    QByteArray onAnotherDevice = bookmark;
+    onAnotherDevice[11] = char(onAnotherDevice[11] ^ 1);
+    EXPECT_EQ(resolved(onAnotherDevice), QStringLiteral("stale ") + m_old) << "it was mounted under another number";
+    ASSERT_TRUE(QFile::remove(m_old));
+    EXPECT_EQ(resolved(bookmark), QStringLiteral("missing"));
+    EXPECT_EQ(resolved(onAnotherDevice), QStringLiteral("unreachable")) << "an empty mount point";
+    const QString folder = m_container.path(QStringLiteral("folder"));
+    ASSERT_TRUE(QDir().rmdir(folder));
+    EXPECT_EQ(resolved(bookmark), QStringLiteral("unreachable")) << "no mount point";
+    m_container.write(QStringLiteral("folder"), "a file in the place of the folder");
+    EXPECT_EQ(resolved(bookmark), QStringLiteral("unreachable"));
+    EXPECT_EQ(Bookmark::originalPath(bookmark), m_old);
+}
+
 TEST_F(BookmarkTest, standsForALinkItself)
 {
     const QString link = m_container.path(QStringLiteral("folder/link"));
@@ -82,7 +112,7 @@ TEST_F(BookmarkTest, standsForALinkItself)
     ASSERT_TRUE(QFile::rename(link, renamed));
     EXPECT_EQ(resolved(bookmark), QStringLiteral("stale ") + renamed);
     ASSERT_TRUE(QFile::remove(m_old));
-    EXPECT_EQ(resolved(bookmark), QStringLiteral("missing")) << "it leads to nothing";
+    EXPECT_EQ(resolved(bookmark), QStringLiteral("unreachable")) << "where it leads to may come back";
     EXPECT_EQ(Bookmark::create(renamed).error(), Bookmark::Error::Missing);
 }
 
@@ -97,8 +127,10 @@ TEST_F(BookmarkTest, refusesOtherBytes)
     QByteArray withNul = whole;
     withNul[whole.size() - 2] = '\0';
     for (const QByteArray &bytes : {QByteArray(), QByteArray("book"), whole + '\0', relative, withNul,
-                                    QByteArray(10'000'000, '\xff'), whole.first(28) + QByteArray(4, '\x7f') + whole})
+                                    QByteArray(10'000'000, '\xff'), whole.first(28) + QByteArray(4, '\x7f') + whole}) {
         EXPECT_EQ(resolved(bytes), QStringLiteral("malformed"));
+        EXPECT_FALSE(Bookmark::originalPath(bytes));
+    }
     for (qsizetype size = 0; size < whole.size(); ++size)
         EXPECT_EQ(resolved(whole.first(size)), QStringLiteral("malformed"));
 }

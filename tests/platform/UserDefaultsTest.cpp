@@ -221,6 +221,7 @@ TEST_F(FileUserDefaultsTest, keepsItsValuesWhenTheFileIsDamagedLater)
     ASSERT_TRUE(eventually([&] { return !damagedFiles().isEmpty(); }));
     QCoreApplication::processEvents();
     EXPECT_TRUE(m_changed.isEmpty());
+    EXPECT_EQ(stored(), (QVariantMap{{key, 1}, {other, 2}})) << "written again at once";
     defaults->setValue(key, 5);
     EXPECT_EQ(stored(), (QVariantMap{{key, 5}, {other, 2}}));
     EXPECT_EQ(damagedFiles().size(), 1);

@@ -101,6 +101,9 @@ void FileUserDefaults::setAside()
     qCWarning(lcPlatform, "%s is damaged and was set aside as %s.", qUtf8Printable(m_path), qUtf8Printable(aside));
     keepAsUnsaved();
     m_isWritable = true;
+    // Otherwise they would be lost with the program's end, and other programs would find none.
+    if (!m_unsaved.isEmpty())
+        save();
 }
 
 /// Once the file is gone, reading it again must not take the values away.

@@ -1,10 +1,12 @@
 #include "platform/AtomicFile.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <functional>
 #include <unistd.h>
@@ -12,6 +14,8 @@
 namespace Orbita {
 
 namespace {
+
+const QString damagedSuffix = QStringLiteral(".damaged-");
 
 /// What \a path leads to once its symbolic links are followed, whether or not something is there.
 QString resolved(QString path)
@@ -47,13 +51,41 @@ void flushFolder(const QString &path)
     ::close(folder);
 }
 
+/// Whether the regular files at \a a and \a b hold the same.
+bool areSame(const QString &a, const QString &b)
+{
+    QFile first(a);
+    QFile second(b);
+    if (!QFileInfo(b).isFile() || !first.open(QIODevice::ReadOnly) || !second.open(QIODevice::ReadOnly)
+        || first.size() != second.size())
+        return false;
+    constexpr qint64 block = 64 * 1024; // bytes
+    while (!first.atEnd()) {
+        if (const QByteArray part = first.read(block); part.isEmpty() || part != second.read(block))
+            return false;
+    }
+    return true;
+}
+
+/// The file that was set aside from \a path before and holds the same; empty when there is none.
+QString sameSetAside(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.isFile())
+        return {};
+    const QFileInfoList kept = info.dir().entryInfoList({info.fileName() + damagedSuffix + u'*'}, QDir::Files);
+    const auto same
+        = std::ranges::find_if(kept, [&path](const QFileInfo &file) { return areSame(path, file.absoluteFilePath()); });
+    return same != kept.end() ? same->absoluteFilePath() : QString();
+}
+
 /// Lets \a put fill the first free name beside \a path and flushes the folder. Empty when \a put fails.
 QString putAside(const QString &path, const std::function<bool(const QString &)> &put)
 {
     if (!QFileInfo(path).isFile())
         return {};
     const QString time = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-hhmmss"));
-    const QString base = path + QStringLiteral(".damaged-") + time;
+    const QString base = path + damagedSuffix + time;
     for (int counter = 1;; ++counter) {
         const QString name = counter == 1 ? base : base + u'-' + QString::number(counter);
         const QFileInfo taken(name);
@@ -95,6 +127,8 @@ QString setAsideDamagedFile(const QString &path)
 
 QString copyAsideDamagedFile(const QString &path)
 {
+    if (const QString kept = sameSetAside(path); !kept.isEmpty())
+        return kept;
     return putAside(path, [&path](const QString &name) {
         if (!QFile::copy(path, name))
             return false;

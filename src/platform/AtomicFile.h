@@ -16,7 +16,8 @@ namespace Orbita {
 [[nodiscard]] QString setAsideDamagedFile(const QString &path);
 
 /// As setAsideDamagedFile(), but copies, so that \a path stays as it is. The copy is on the disk before this returns:
-/// what is written to \a path next cannot overtake it.
+/// what is written to \a path next cannot overtake it. Where a file that was set aside before holds the same, that one
+/// is returned instead of another copy.
 [[nodiscard]] QString copyAsideDamagedFile(const QString &path);
 
 } // namespace Orbita

@@ -62,6 +62,13 @@ QStringList fileIconNames(const QString &path)
     return iconNames(icon.get());
 }
 
+QStringList iconNamesForFileName(const QString &path)
+{
+    const GlibPointer<char> type(g_content_type_guess(QFile::encodeName(path).constData(), nullptr, 0, nullptr));
+    const GObjectPointer<GIcon> icon(g_content_type_get_icon(type.get()));
+    return iconNames(icon.get());
+}
+
 QString contentType(const QString &path)
 {
     const Info info = query(path, G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE);

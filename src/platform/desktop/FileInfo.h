@@ -14,6 +14,9 @@ namespace Orbita {
 /// The names of theme icons for the file at \a path, best first, told from its name alone so that no file is opened.
 [[nodiscard]] QStringList fileIconNames(const QString &path);
 
+/// The names of theme icons for files that are called like \a path, best first. Asks no disk.
+[[nodiscard]] QStringList iconNamesForFileName(const QString &path);
+
 /// The content type of the file at \a path, from its name and, where that is not enough, its first bytes.
 /// Empty when there is no such file.
 [[nodiscard]] QString contentType(const QString &path);

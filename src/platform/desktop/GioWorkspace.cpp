@@ -8,6 +8,7 @@
 #include "platform/desktop/DefaultApplications.h"
 #include "platform/desktop/DesktopFile.h"
 #include "platform/desktop/FileInfo.h"
+#include "platform/desktop/FileLook.h"
 #include "platform/desktop/FileManagerClient.h"
 #include "platform/desktop/LaunchTrust.h"
 #include "platform/desktop/Launcher.h"
@@ -130,23 +131,17 @@ Image GioWorkspace::icon(const QString &path) const
 {
     if (const Image *known = m_applicationIcons.object(path))
         return *known;
-    const Image found = findIcon(path);
+    const Image found = iconOf(readFileLook(path));
     // Only changes in the applications folders are heard of, and only once somebody follows them.
     if (m_monitor && !desktopFileId(path).isEmpty())
         m_applicationIcons.insert(path, new Image(found));
     return found;
 }
 
-Image GioWorkspace::findIcon(const QString &path) const
+Image GioWorkspace::iconOf(const FileLook &look) const
 {
-    if (isLaunchable(path)) {
-        const QString own = applicationLook(path).icon;
-        if (!own.isEmpty())
-            return m_icons->icon({own, QStringLiteral("application-x-executable")});
-        if (isDesktopFile(path))
-            return m_icons->icon({QStringLiteral("application-x-executable")});
-    }
-    return m_thumbnails->icon(path, m_icons->icon(fileIconNames(path)));
+    const Image icon = m_icons->icon(look.iconNames);
+    return look.timeOfChange != 0 ? m_thumbnails->icon(look.path, look.timeOfChange, icon) : icon;
 }
 
 std::optional<QString> GioWorkspace::defaultApplicationForFile(const QString &path) const

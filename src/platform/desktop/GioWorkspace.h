@@ -16,6 +16,7 @@ class FileManagerClient;
 class StartupNotifier;
 class ThemeIcons;
 class Thumbnails;
+struct FileLook;
 
 /// The workspace of a freedesktop session, through GIO and the session bus.
 ///
@@ -39,13 +40,15 @@ public:
     [[nodiscard]] std::optional<QString> defaultApplicationForScheme(const QString &scheme) const override;
     [[nodiscard]] std::optional<QString> coreApplication(const QString &name) const override;
 
+    /// The picture of what looks like \a look. Asks only the disks of the icon theme and of the thumbnails.
+    [[nodiscard]] Image iconOf(const FileLook &look) const;
+
 protected:
     void connectNotify(const QMetaMethod &signal) override;
 
 private:
     void startMonitoring();
     void reportChange();
-    [[nodiscard]] Image findIcon(const QString &path) const;
     [[nodiscard]] Result<void, Error> openWithDefault(const QString &path);
 
     std::unique_ptr<StartupNotifier> m_notifier;

@@ -26,8 +26,8 @@ struct Folder {
 constexpr std::array folders{Folder{"normal", 128}, Folder{"large", 256}, Folder{"x-large", 512},
                              Folder{"xx-large", 1024}};
 
-/// When the regular file at \a path was changed, in nanoseconds since 1970; 0 when there is none.
-qint64 timeOfChange(const QString &path)
+/// When the thumbnail at \a path was changed, in nanoseconds since 1970; 0 when there is none.
+qint64 timeOfThumbnail(const QString &path)
 {
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
@@ -85,17 +85,15 @@ private:
 
 Thumbnails::Thumbnails(QString root) : m_root(std::move(root)), m_known(maximumKnown) {}
 
-Image Thumbnails::icon(const QString &path, const Image &typeIcon)
+Image Thumbnails::icon(const QString &path, qint64 timeOfChange, const Image &typeIcon)
 {
-    Times times{timeOfChange(path)};
-    if (times[0] == 0)
-        return typeIcon;
+    Times times{timeOfChange};
     const QString uri = fileUri(path);
     const QString name = QString::fromLatin1(QCryptographicHash::hash(uri.toUtf8(), QCryptographicHash::Md5).toHex());
     std::vector<Thumbnail> thumbnails;
     for (std::size_t i = 0; i < folders.size(); ++i) {
         const QString file = QStringLiteral("%1/%2/%3.png").arg(m_root, QLatin1String(folders[i].name), name);
-        times[i + 1] = timeOfChange(file);
+        times[i + 1] = timeOfThumbnail(file);
         if (times[i + 1] != 0)
             thumbnails.push_back({file, folders[i].side});
     }

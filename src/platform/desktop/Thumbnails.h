@@ -17,10 +17,11 @@ public:
     /// Keeps to the folder \a root, $XDG_CACHE_HOME/thumbnails for instance.
     explicit Thumbnails(QString root);
 
-    /// A picture of the file at \a path: its thumbnail as it fits the size that is drawn, and \a typeIcon where there
-    /// is no valid one. Opens no file; thumbnails are read when they are drawn, on any thread.
-    /// The same picture again as long as the file, its thumbnails and \a typeIcon have not changed.
-    [[nodiscard]] Image icon(const QString &path, const Image &typeIcon);
+    /// A picture of the file at \a path, which was changed at \a timeOfChange (nanoseconds since 1970): its thumbnail
+    /// as it fits the size that is drawn, and \a typeIcon where there is no valid one. Does not look at the file, and
+    /// opens no other; thumbnails are read when they are drawn, on any thread. The same picture again as long as the
+    /// file, its thumbnails and \a typeIcon have not changed.
+    [[nodiscard]] Image icon(const QString &path, qint64 timeOfChange, const Image &typeIcon);
 
 private:
     /// Times of change in nanoseconds: of the file, then of its thumbnail in each size, 0 for none.

@@ -75,6 +75,14 @@ void RingItem::setSelected(bool selected)
     changed();
 }
 
+void RingItem::setDimmed(bool dimmed)
+{
+    if (m_dimmed == dimmed)
+        return;
+    m_dimmed = dimmed;
+    changed();
+}
+
 void RingItem::setHighlightColor(const QColor &color)
 {
     if (!color.isValid())

@@ -58,6 +58,9 @@ public:
     /// The colour of dot and caption, grey at first. An invalid colour changes nothing.
     [[nodiscard]] QColor highlightColor() const { return m_highlightColor; }
     void setHighlightColor(const QColor &color);
+    /// Whether picture and caption are faint, as of something that cannot be used.
+    [[nodiscard]] bool isDimmed() const { return m_dimmed; }
+    void setDimmed(bool dimmed);
     /// Whether the caption is shown inside the item.
     [[nodiscard]] bool alwaysShowTitle() const { return m_alwaysShowTitle; }
     void setAlwaysShowTitle(bool always);
@@ -101,6 +104,7 @@ private:
     RingItemHost *m_host = nullptr;
     bool m_highlighted = true;
     bool m_selected = false;
+    bool m_dimmed = false;
     bool m_alwaysShowTitle = false;
     bool m_titleVisible = false;
     mutable QString m_caption;

@@ -12,6 +12,8 @@ namespace Orbita {
 
 namespace {
 
+constexpr double dimmedOpacity = 0.4;
+
 void paintSelection(QPainter &painter, const QRectF &rect)
 {
     constexpr double borderWidth = 2.0; // lies within the rectangle
@@ -54,10 +56,12 @@ void paintRingItem(QPainter &painter, const RingItem &item, const ViewFlip &flip
 
     if (item.showsSelection())
         paintSelection(painter, placed(layers.selectionLayer));
+    painter.setOpacity(item.isDimmed() ? dimmedOpacity : 1.0);
     const int side = pictureSide(item, painter.device()->devicePixelRatioF());
     paintPicture(painter, placed(layers.contentLayer), pictures.picture(item.image(), side));
     if (item.alwaysShowTitle())
         paintCaption(painter, placed(layers.titleLayer), item, layers.titleFontSize);
+    painter.setOpacity(1.0);
     if (item.isHighlighted()) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(item.highlightColor());

@@ -82,8 +82,12 @@ TEST(RingItemPainter, paintsEveryPartWhereItBelongs)
     EXPECT_EQ(shown.pixelColor(50, 19), QColor(Qt::white)) << "the frame's upper border";
     EXPECT_EQ(shown.pixelColor(50, 95).alpha(), 0);
 
+    item.setDimmed(true);
+    EXPECT_EQ(paint().pixelColor(50, 86), QColor(Qt::blue)) << "the dot is not dimmed";
     item.setHighlighted(false);
     item.setSelected(false);
+    EXPECT_NEAR(paint().pixelColor(50, 50).alphaF(), 0.4, 0.01);
+    item.setDimmed(false);
     item.setAlwaysShowTitle(true);
     const QImage captioned = paint();
     EXPECT_EQ(captioned.pixelColor(50, 86).alpha(), 0);

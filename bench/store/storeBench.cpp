@@ -24,7 +24,7 @@ struct Store {
             items.addObject(AppMenuItem::fromPath(path, desktop.services));
             items.addObject(std::make_shared<CoreMenuItem>(QStringLiteral("Core %1").arg(i), desktop.services));
         }
-        items.persist();
+        benchmark::DoNotOptimize(items.persist());
     }
 
     MemoryDesktop desktop;
@@ -42,7 +42,7 @@ void save(benchmark::State &state)
 {
     Store store(state.range(0));
     for (auto _ : state)
-        store.items.persist();
+        benchmark::DoNotOptimize(store.items.persist());
 }
 
 BENCHMARK(load)->Arg(10)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMicrosecond);

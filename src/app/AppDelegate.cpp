@@ -5,7 +5,9 @@
 #include "app/StatusItem.h"
 #include "app/ToolkitLink.h"
 #include "editors/VXSheetWindow.h"
+#include "model/ItemServices.h"
 #include "platform/DesktopAppearance.h"
+#include "platform/FileLookup.h"
 #include "platform/Stage.h"
 #include "platform/UserDefaults.h"
 #include "ring/RenderedPictures.h"
@@ -61,6 +63,10 @@ void AppDelegate::prepareAtLeisure()
 {
     m_window.prepare();
     preparePictures();
+    connect(&m_services.items.files, &FileLookup::changed, this, [this] {
+        if (!m_windowController)
+            preparePictures();
+    });
     m_statusItem = std::make_unique<StatusItem>(m_appearance);
     connect(m_statusItem.get(), &StatusItem::clicked, this, &AppDelegate::showSettings);
     connect(&m_toolkit, &ToolkitLink::quitRequested, qApp, &QApplication::quit, Qt::QueuedConnection);

@@ -7,6 +7,7 @@
 #include "control/Tint.h"
 #include "model/ItemServices.h"
 #include "model/RunningAppMenuItem.h"
+#include "platform/FileLookup.h"
 #include "platform/Stage.h"
 #include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
@@ -51,6 +52,7 @@ RingWindowController::RingWindowController(RingWindow &window, const ControllerS
         if (updateRunningEntries())
             reloadRing();
     });
+    connect(&m_services.items.files, &FileLookup::changed, this, [this] { reloadRing(); });
     connect(&m_services.ring.stage, &Stage::screensChanged, this, [this] {
         if (isShown())
             keepOnScreens();
@@ -273,8 +275,7 @@ void RingWindowController::refreshItems(bool instantly)
         m_menuItems.refresh();
     updateRunningEntries();
     reloadRing(instantly);
-    if (m_menuItems.fileHoldsUnmadeEntries())
-        m_menuItems.persist();
+    m_menuItems.dropUnmadeEntries();
 }
 
 bool RingWindowController::updateRunningEntries()
@@ -367,6 +368,8 @@ bool RingWindowController::opensOnHover(qint64 position) const
     if (mode == SwiftMode::Off || position == m_lastSwiftItemIndex || !windowVisible())
         return false;
     const MenuItem &item = *m_menuItems.objectAt(std::size_t(position));
+    if (!item.isAvailable())
+        return false;
     if (mode == SwiftMode::RunningAppsOnly && (!item.isRunning() || item.canHoldSubitems()))
         return false;
     // Only who hears of no button needs the window system's word for it.

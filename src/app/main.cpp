@@ -11,9 +11,11 @@
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
 #include "model/MenuItemArray.h"
+#include "model/Notices.h"
 #include "platform/Directories.h"
 #include "platform/Scheduler.h"
 #include "platform/desktop/ApplicationIndex.h"
+#include "platform/desktop/BackgroundFileLookup.h"
 #include "platform/desktop/EndSignals.h"
 #include "platform/desktop/FallbackHotKeyService.h"
 #include "platform/desktop/FileUserDefaults.h"
@@ -118,15 +120,18 @@ struct Program {
                          {desktop.mouseUpTap, desktop.otherMouseDownTap, desktop.mouseMovedTap, *touchpads.tap,
                           desktop.stage, shortcuts}};
     FreedesktopNotifications notifications;
+    Notices notices{notifications};
     std::optional<TouchpadTrust> touchpadTrust;
     TimerScheduler scheduler;
+    BackgroundFileLookup files{scheduler, [this](const FileLook &look) { return desktop.workspace.iconOf(look); }};
     GioUrlHandler urls{QDBusConnection::sessionBus(), scheduler, std::make_unique<NoStartupNotifier>()};
     VXSchemeCommunicationCenter toolkit{urls, scheduler};
     ImageCache imageCache;
     ImageStore imageStore{directories.container};
     WidgetDialogs dialogs{desktop.stage};
     SheetItemEditors editors{desktop.stage, desktop.blur, dialogs};
-    ItemServices items{desktop.workspace, desktop.runningApplications, toolkit, imageCache, imageStore, editors};
+    ItemServices items{desktop.workspace, files,  desktop.runningApplications, toolkit, imageCache, imageStore,
+                       editors,           notices};
     ToolkitLink toolkitLink{
         {toolkit, urls, desktop.workspace, dialogs, scheduler},
         [this] { return MenuItemArray::storedEntries(directories.container, defaults); },

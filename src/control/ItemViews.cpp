@@ -9,7 +9,8 @@ namespace Orbita {
 
 std::unique_ptr<RingItem> makeItemView(const MenuItem &item, const QColor &tint, TitleDisplay titles)
 {
-    auto view = std::make_unique<RingItem>(item.image(), item.name());
+    auto view = std::make_unique<RingItem>(item.image(), item.title());
+    view->setDimmed(!item.isAvailable());
     view->setHighlighted(item.isRunning());
     view->setAlwaysShowTitle(titles == TitleDisplay::Always);
     view->setHighlightColor(highlightColorOn(tint));

@@ -3,6 +3,7 @@
 #include "model/CachedIcon.h"
 #include "model/ItemServices.h"
 #include "model/StoredText.h"
+#include "model/WorkspaceFailure.h"
 #include "platform/Workspace.h"
 
 #include <QFileInfo>
@@ -20,41 +21,57 @@ bool isDesktopFile(const QString &path)
 
 std::shared_ptr<AppMenuItem> AppMenuItem::fromPath(const QString &path, ItemServices &services)
 {
-    auto file = BookmarkedPath::fromPath(path);
+    auto file = BookmarkedFile::fromPath(path, services);
     return file ? std::make_shared<AppMenuItem>(services.workspace.displayName(path), *std::move(file), services)
                 : nullptr;
 }
 
 MenuItem::Pointer AppMenuItem::fromDictionary(const QVariantMap &dictionary, ItemServices &services)
 {
-    auto file = BookmarkedPath::fromDictionary(dictionary);
+    auto file = BookmarkedFile::fromDictionary(dictionary, services);
     return file ? std::make_shared<AppMenuItem>(storedText(dictionary, "name"), *std::move(file), services) : nullptr;
 }
 
-AppMenuItem::AppMenuItem(QString name, BookmarkedPath file, ItemServices &services)
+AppMenuItem::AppMenuItem(QString name, BookmarkedFile file, ItemServices &services)
     : ApplicationMenuItem(services), m_name(std::move(name)), m_file(std::move(file))
 {
 }
 
 QString AppMenuItem::identity() const
 {
-    return QStringLiteral("AppMenuItem") + m_file.path;
+    return QStringLiteral("AppMenuItem") + m_file.path();
 }
 
 Image AppMenuItem::image() const
 {
-    return cachedIcon(identity(), m_file.path, m_services);
+    return cachedIcon(identity(), m_file, m_services);
+}
+
+void AppMenuItem::open()
+{
+    if (!activateRunning())
+        m_file.whenPresent(m_name, [&workspace = m_services.workspace](const KnownFile &file) {
+            launchApplication(file.path, workspace);
+        });
+}
+
+void AppMenuItem::openPath(const QString &path)
+{
+    m_file.whenPresent(m_name, [path, &workspace = m_services.workspace](const KnownFile &file) {
+        openFileWith(path, file.path, workspace);
+    });
 }
 
 bool AppMenuItem::representsRunningApplication(const RunningApplication &application) const
 {
     // A desktop file holds no executable: it is the application when it has the same desktop file id, wherever the
     // copy lies that the user added.
-    if (isDesktopFile(m_file.path))
-        return application.bundlePath == m_file.path
+    const QString own = m_file.path();
+    if (isDesktopFile(own))
+        return application.bundlePath == own
             || (isDesktopFile(application.bundlePath)
-                && QFileInfo(application.bundlePath).fileName() == QFileInfo(m_file.path).fileName());
-    return application.bundlePath == m_file.path || bundleHoldsExecutable(m_file.path, application.executablePath);
+                && QFileInfo(application.bundlePath).fileName() == QFileInfo(own).fileName());
+    return application.bundlePath == own || bundleHoldsExecutable(own, application.executablePath);
 }
 
 std::optional<QVariantMap> AppMenuItem::dictionaryRepresentation() const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/ApplicationMenuItem.h"
-#include "model/BookmarkedPath.h"
+#include "model/BookmarkedFile.h"
 
 namespace Orbita {
 
@@ -10,23 +10,25 @@ class AppMenuItem final : public ApplicationMenuItem {
 public:
     /// Null when there is nothing at \a path.
     [[nodiscard]] static std::shared_ptr<AppMenuItem> fromPath(const QString &path, ItemServices &services);
-    /// Null, and logged, when the bookmark is missing or stands for nothing any more. A stale one is renewed.
+    /// Null, and logged, when the bookmark is missing or its file was removed. A stale one is renewed.
     [[nodiscard]] static Pointer fromDictionary(const QVariantMap &dictionary, ItemServices &services);
 
-    AppMenuItem(QString name, BookmarkedPath file, ItemServices &services);
+    AppMenuItem(QString name, BookmarkedFile file, ItemServices &services);
 
     [[nodiscard]] QString identity() const override;
     [[nodiscard]] QString name() const override { return m_name; }
+    [[nodiscard]] QString title() const override { return m_file.title(m_name); }
+    [[nodiscard]] bool isAvailable() const override { return m_file.isAvailable(); }
     [[nodiscard]] Image image() const override;
-    void open() override { activateOrLaunch(m_file.path); }
+    void open() override;
     [[nodiscard]] bool canOpenPath(const QString &) const override { return true; }
-    void openPath(const QString &path) override { openFile(path, m_file.path); }
+    void openPath(const QString &path) override;
     [[nodiscard]] bool representsRunningApplication(const RunningApplication &application) const override;
     [[nodiscard]] std::optional<QVariantMap> dictionaryRepresentation() const override;
 
 private:
     QString m_name;
-    BookmarkedPath m_file;
+    BookmarkedFile m_file;
 };
 
 } // namespace Orbita

@@ -1,7 +1,6 @@
 #include "model/ApplicationMenuItem.h"
 
 #include "model/ItemServices.h"
-#include "model/Log.h"
 #include "model/WorkspaceFailure.h"
 #include "toolkit/RemoteActionSender.h"
 
@@ -33,13 +32,16 @@ void ApplicationMenuItem::quit()
     m_services.toolkit.sendAction(action);
 }
 
-void ApplicationMenuItem::activateOrLaunch(const QString &path)
+bool ApplicationMenuItem::activateRunning()
 {
     const auto application = runningApplication();
-    if (application && m_services.runningApplications.activate(*application))
-        return;
-    logFailure(m_services.workspace.launchApplication(path),
-               QStringLiteral("%1 could not be started").arg(forLog(path)));
+    return application && m_services.runningApplications.activate(*application);
+}
+
+void ApplicationMenuItem::activateOrLaunch(const QString &path)
+{
+    if (!activateRunning())
+        launchApplication(path, m_services.workspace);
 }
 
 void ApplicationMenuItem::openFile(const QString &path, const QString &applicationPath)

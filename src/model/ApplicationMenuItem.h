@@ -18,7 +18,9 @@ protected:
 
     /// The first running application, in the desktop's order, that this item represents.
     [[nodiscard]] std::optional<RunningApplication> runningApplication() const;
-    /// Brings the running application forward, or launches the one at \a path. A failure is logged.
+    /// Brings the running application forward. False when it does not run or cannot come.
+    bool activateRunning();
+    /// The same, or launches the one at \a path. A failure is logged.
     void activateOrLaunch(const QString &path);
     /// Opens the file at \a path with the application at \a applicationPath. A failure is logged.
     void openFile(const QString &path, const QString &applicationPath);

@@ -1,19 +1,20 @@
 #include "model/CachedIcon.h"
 
+#include "model/BookmarkedFile.h"
 #include "model/ImageCache.h"
 #include "model/ItemServices.h"
-#include "platform/Workspace.h"
 
 namespace Orbita {
 
-Image cachedIcon(const QString &identity, const QString &path, ItemServices &services)
+Image cachedIcon(const QString &identity, const BookmarkedFile &file, ItemServices &services)
 {
     Image image = services.imageCache.imageForKey(identity);
-    if (image.isNull()) {
-        image = services.workspace.icon(path);
-        image.setSize(Image::itemSize);
+    if (!image.isNull())
+        return image;
+    image = file.icon();
+    image.setSize(Image::itemSize);
+    if (file.isPresent())
         services.imageCache.storeImage(image, identity);
-    }
     return image;
 }
 

@@ -8,7 +8,9 @@ namespace Orbita {
 
 struct ItemServices;
 
-/// The desktop's icon of the file or application at \a path, kept in the picture cache under \a identity.
-[[nodiscard]] Image cachedIcon(const QString &identity, const QString &path, ItemServices &services);
+class BookmarkedFile;
+
+/// The desktop's icon of \a file, kept in the picture cache under \a identity as long as the file is there.
+[[nodiscard]] Image cachedIcon(const QString &identity, const BookmarkedFile &file, ItemServices &services);
 
 } // namespace Orbita

@@ -34,8 +34,7 @@ std::optional<QString> CoreMenuItem::applicationPath() const
 void CoreMenuItem::open()
 {
     // What stands for the entry may run though no application for its role is installed.
-    const auto running = runningApplication();
-    if (running && m_services.runningApplications.activate(*running))
+    if (activateRunning())
         return;
     if (const auto path = applicationPath())
         activateOrLaunch(*path);

@@ -7,7 +7,6 @@
 #include "model/WorkspaceFailure.h"
 
 #include <QCollator>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -40,52 +39,47 @@ QStringList sortedByDisplayName(const QStringList &applicationPaths, const Works
 
 std::shared_ptr<FileMenuItem> FileMenuItem::fromPath(const QString &path, ItemServices &services)
 {
-    auto file = BookmarkedPath::fromPath(path);
+    auto file = BookmarkedFile::fromPath(path, services);
     return file ? std::make_shared<FileMenuItem>(services.workspace.displayName(path), *std::move(file), services)
                 : nullptr;
 }
 
 MenuItem::Pointer FileMenuItem::fromDictionary(const QVariantMap &dictionary, ItemServices &services)
 {
-    auto file = BookmarkedPath::fromDictionary(dictionary);
+    auto file = BookmarkedFile::fromDictionary(dictionary, services);
     return file ? std::make_shared<FileMenuItem>(storedText(dictionary, "name"), *std::move(file), services) : nullptr;
 }
 
-FileMenuItem::FileMenuItem(QString name, BookmarkedPath file, ItemServices &services)
+FileMenuItem::FileMenuItem(QString name, BookmarkedFile file, ItemServices &services)
     : m_name(std::move(name)), m_file(std::move(file)), m_services(services)
 {
-}
-
-bool FileMenuItem::isDirectory() const
-{
-    return QFileInfo(m_file.path).isDir();
 }
 
 Image FileMenuItem::image() const
 {
     if (isDirectory())
-        return cachedIcon(identity(), m_file.path, m_services);
-    // A document's picture changes with what it holds, so the desktop is asked each time. That is cheap, and the
-    // answer is the same picture as long as nothing changed.
-    Image icon = m_services.workspace.icon(m_file.path);
+        return cachedIcon(identity(), m_file, m_services);
+    // A document's picture changes with what it holds, so it is not kept in the cache.
+    Image icon = m_file.icon();
     icon.setSize(Image::itemSize);
     return icon;
 }
 
 void FileMenuItem::open()
 {
-    const QFileInfo info(m_file.path);
-    if (!info.exists())
-        return;
-    logFailure(info.isDir() ? m_services.workspace.showInFileManager(m_file.path)
-                            : m_services.workspace.openFile(m_file.path),
-               QStringLiteral("%1 could not be opened").arg(forLog(m_file.path)));
+    m_file.whenPresent(m_name, [&workspace = m_services.workspace](const KnownFile &file) {
+        logFailure(file.isDirectory ? workspace.showInFileManager(file.path) : workspace.openFile(file.path),
+                   QStringLiteral("%1 could not be opened").arg(forLog(file.path)));
+    });
 }
 
 QStringList FileMenuItem::openWithAppPaths() const
 {
-    const auto byDefault = m_services.workspace.defaultApplicationForFile(m_file.path);
-    QStringList others = m_services.workspace.applicationsForFile(m_file.path);
+    if (!m_file.isPresent())
+        return {};
+    const QString path = m_file.path();
+    const auto byDefault = m_services.workspace.defaultApplicationForFile(path);
+    QStringList others = m_services.workspace.applicationsForFile(path);
     if (!byDefault)
         return others;
     others.removeAll(*byDefault);
@@ -94,7 +88,9 @@ QStringList FileMenuItem::openWithAppPaths() const
 
 void FileMenuItem::openWithAppPath(const QString &applicationPath)
 {
-    openFileWith(m_file.path, applicationPath, m_services.workspace);
+    m_file.whenPresent(m_name, [applicationPath, &workspace = m_services.workspace](const KnownFile &file) {
+        openFileWith(file.path, applicationPath, workspace);
+    });
 }
 
 std::optional<QVariantMap> FileMenuItem::dictionaryRepresentation() const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/BookmarkedPath.h"
+#include "model/BookmarkedFile.h"
 #include "model/MenuItem.h"
 
 namespace Orbita {
@@ -10,30 +10,32 @@ class FileMenuItem final : public MenuItem {
 public:
     /// Null when there is nothing at \a path.
     [[nodiscard]] static std::shared_ptr<FileMenuItem> fromPath(const QString &path, ItemServices &services);
-    /// Null, and logged, when the bookmark is missing or stands for nothing any more. A stale one is renewed.
+    /// Null, and logged, when the bookmark is missing or its file was removed. A stale one is renewed.
     [[nodiscard]] static Pointer fromDictionary(const QVariantMap &dictionary, ItemServices &services);
 
-    FileMenuItem(QString name, BookmarkedPath file, ItemServices &services);
+    FileMenuItem(QString name, BookmarkedFile file, ItemServices &services);
 
-    [[nodiscard]] const QString &path() const { return m_file.path; }
-    /// Whether it is a folder, and still there.
-    [[nodiscard]] bool isDirectory() const;
+    [[nodiscard]] QString path() const { return m_file.path(); }
+    /// Whether it is a folder, and was there when it was last looked at.
+    [[nodiscard]] bool isDirectory() const { return m_file.isDirectory(); }
 
-    [[nodiscard]] QString identity() const override { return QStringLiteral("FileMenuItem") + m_file.path; }
+    [[nodiscard]] QString identity() const override { return QStringLiteral("FileMenuItem") + m_file.path(); }
     [[nodiscard]] QString name() const override { return m_name; }
+    [[nodiscard]] QString title() const override { return m_file.title(m_name); }
+    [[nodiscard]] bool isAvailable() const override { return m_file.isAvailable(); }
     [[nodiscard]] Image image() const override;
-    /// Shows what a folder holds in the file manager; opens a file with its default application. Nothing happens when
-    /// it is gone.
+    /// Shows what a folder holds in the file manager; opens a file with its default application. The user is told where
+    /// it cannot be reached.
     void open() override;
     /// The default application first; the others follow by the names that the user knows, without a default one in the
-    /// desktop's order.
+    /// desktop's order. None while the file cannot be reached.
     [[nodiscard]] QStringList openWithAppPaths() const override;
     void openWithAppPath(const QString &applicationPath) override;
     [[nodiscard]] std::optional<QVariantMap> dictionaryRepresentation() const override;
 
 private:
     QString m_name;
-    BookmarkedPath m_file;
+    BookmarkedFile m_file;
     ItemServices &m_services;
 };
 

@@ -2,9 +2,11 @@
 
 namespace Orbita {
 
+class FileLookup;
 class ImageCache;
 class ImageStore;
 class ItemEditors;
+class Notices;
 class RemoteActionSender;
 class RunningApplications;
 class Workspace;
@@ -12,11 +14,13 @@ class Workspace;
 /// What items need of the world. Borrowed: all of it outlives every item.
 struct ItemServices {
     Workspace &workspace;
+    FileLookup &files;
     RunningApplications &runningApplications;
     RemoteActionSender &toolkit;
     ImageCache &imageCache;
     ImageStore &imageStore;
     ItemEditors &editors;
+    Notices &notices;
 };
 
 } // namespace Orbita

@@ -42,6 +42,10 @@ public:
     virtual void willBeRemoved() {}
 
     [[nodiscard]] virtual QString name() const { return {}; }
+    /// What the entry is called where it is shown: its name, and where it cannot be opened now, why.
+    [[nodiscard]] virtual QString title() const { return name(); }
+    /// Whether nothing is known to stand in the way of opening it. Otherwise it is shown dimmed.
+    [[nodiscard]] virtual bool isAvailable() const { return true; }
     [[nodiscard]] virtual bool canRename() const { return false; }
     virtual void rename(const QString &) {}
     [[nodiscard]] virtual Image image() const { return {}; }

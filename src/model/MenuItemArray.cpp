@@ -1,12 +1,17 @@
 #include "model/MenuItemArray.h"
 
 #include "model/CoreMenuItem.h"
+#include "model/ImageStore.h"
+#include "model/ItemServices.h"
 #include "model/Log.h"
+#include "model/Notices.h"
+#include "model/StoredText.h"
 #include "platform/AtomicFile.h"
 #include "platform/PropertyList.h"
 #include "platform/UserDefaults.h"
 #include "settings/AppSettings.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -28,6 +33,18 @@ std::optional<QVariantList> readLegacyDefaults(const UserDefaults &defaults)
 {
     const QVariant stored = defaults.value(QStringLiteral("menuItems"));
     return stored.typeId() == QMetaType::QVariantList ? std::optional(stored.toList()) : std::nullopt;
+}
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("MenuItemArray", text);
+}
+
+/// What to call an entry that could not be made.
+QString nameOfUnmade(const QVariantMap &entry)
+{
+    const QString name = forLog(storedText(entry, "name"));
+    return name.isEmpty() ? tr("An entry without a name") : QStringLiteral("“%1”").arg(name);
 }
 
 bool isFinder(const MenuItem &item)
@@ -98,8 +115,8 @@ bool MenuItemArray::refresh()
     m_fileHoldsUnmadeEntries = !isFileMissing && !allMade;
     if (m_items.empty())
         addDefaultEntries();
-    if (isFileMissing)
-        persist();
+    if (isFileMissing && !persist())
+        qCWarning(lcModel, "The ring starts from the same entries again next time.");
     return allMade;
 }
 
@@ -114,16 +131,23 @@ std::optional<QVariantList> MenuItemArray::readFile()
     const bool mayBeIntact = !root && root.error() == PropertyList::ReadError::Unreadable;
     const QString aside = mayBeIntact ? QString() : setAsideDamagedFile(m_filePath);
     m_mayReplaceFile = !aside.isEmpty();
-    if (m_mayReplaceFile)
+    if (m_mayReplaceFile) {
         qCWarning(lcModel, "The item file is damaged; it was set aside as %s.", qUtf8Printable(aside));
-    else if (mightReplaceFile)
+        m_services.notices.tell(tr("The ring's entries could not be read"),
+                                tr("Their file is damaged. It was kept as %1.").arg(aside));
+    } else if (mightReplaceFile) {
         qCWarning(lcModel, "The item file %s cannot be read; nothing will be saved.", qUtf8Printable(m_filePath));
+        m_services.notices.tellOnce(
+            tr("The ring's entries could not be read"),
+            tr("%1 may not be opened. Until it can be, changes of the ring are not saved.").arg(m_filePath));
+    }
     return std::nullopt;
 }
 
 bool MenuItemArray::load(const QVariantList &entries)
 {
     m_items.clear();
+    m_unmadeNames.clear();
     const bool showFinder = m_settings.showFinder();
     bool allMade = true;
     bool sawFinder = false;
@@ -131,6 +155,7 @@ bool MenuItemArray::load(const QVariantList &entries)
         auto item = MenuItem::fromDictionary(entry.toMap(), m_services);
         if (!item) {
             allMade = false;
+            m_unmadeNames << nameOfUnmade(entry.toMap());
             continue;
         }
         const bool finder = isFinder(*item);
@@ -160,22 +185,41 @@ bool MenuItemArray::persist()
         if (auto dictionary = item->dictionaryRepresentation())
             entries.append(*std::move(dictionary));
     }
-    if (m_fileHoldsUnmadeEntries) {
-        const QString aside = copyAsideDamagedFile(m_filePath);
-        if (aside.isEmpty()) {
-            qCWarning(lcModel, "Entries that could not be read would be lost; the item file was not saved.");
-            return false;
-        }
-        qCWarning(lcModel, "Entries that could not be read were dropped; a copy was kept as %s.",
-                  qUtf8Printable(aside));
-        m_fileHoldsUnmadeEntries = false;
+    if (m_fileHoldsUnmadeEntries && !keepUnmadeEntries()) {
+        qCWarning(lcModel, "Entries that could not be read would be lost; the item file was not saved.");
+        return false;
     }
     QDir().mkpath(QFileInfo(m_filePath).path());
     // Entries kept as they were read may hold characters that XML cannot: controls and halves of surrogate pairs.
-    if (PropertyList::write(m_filePath, entries, PropertyList::Format::Binary))
-        return true;
-    qCWarning(lcModel, "The item file %s could not be saved.", qUtf8Printable(m_filePath));
-    return false;
+    if (!PropertyList::write(m_filePath, entries, PropertyList::Format::Binary)) {
+        qCWarning(lcModel, "The item file %s could not be saved.", qUtf8Printable(m_filePath));
+        return false;
+    }
+    m_fileHoldsUnmadeEntries = false;
+    m_services.imageStore.removeDiscarded(entries);
+    return true;
+}
+
+bool MenuItemArray::keepUnmadeEntries()
+{
+    const QString aside = copyAsideDamagedFile(m_filePath);
+    if (aside.isEmpty())
+        return false;
+    qCWarning(lcModel, "Entries that could not be read are dropped; a copy is kept as %s.", qUtf8Printable(aside));
+    constexpr qsizetype mostNamed = 3;
+    QString names = m_unmadeNames.first(qMin(m_unmadeNames.size(), mostNamed)).join(QStringLiteral(", "));
+    if (m_unmadeNames.size() > mostNamed)
+        names += QStringLiteral(", …");
+    m_services.notices.tellOnce(
+        tr("Entries were removed from the ring"),
+        tr("%1: no longer there, or damaged. The entries as they were are kept in %2.").arg(names, aside));
+    return true;
+}
+
+void MenuItemArray::dropUnmadeEntries()
+{
+    if (m_fileHoldsUnmadeEntries && !persist())
+        qCWarning(lcModel, "Entries that could not be read stay in the item file.");
 }
 
 } // namespace Orbita

@@ -26,19 +26,22 @@ public:
     /// \a defaults. None when they cannot be read. For looking something up: it neither writes nor logs.
     [[nodiscard]] static QVariantList storedEntries(const QString &folder, const UserDefaults &defaults);
 
-    /// Loads the list anew. False when a stored entry could not be made; persist() then drops it from the file.
+    /// Loads the list anew. False when a stored entry could not be made; persist() then drops it from the file. An
+    /// entry whose file merely cannot be reached is made.
     ///
     /// Without a readable file the entries under the legacy defaults key "menuItems" are taken over, without those the
     /// list stays as it is, an empty list becomes the six core entries, and the result is saved. A damaged file is set
-    /// aside first; one that may not be read is left alone, and nothing is saved while it stands. The "Finder" entry
-    /// follows the setting: hidden, or first in the list when it is not among the entries.
+    /// aside first; one that may not be read is left alone, and nothing is saved while it stands; the user is told of
+    /// both. The "Finder" entry follows the setting: hidden, or first in the list when it is not among the entries.
     bool refresh();
     /// Saves the list atomically as a binary property list, running applications left out. False when
     /// that failed, which is logged: the old file stands then. Where the last refresh() met entries that could not be
-    /// made, a copy of the file that holds them is set aside first.
-    bool persist();
-    /// Whether the last refresh() met stored entries that could not be made, and they are still in the file.
-    [[nodiscard]] bool fileHoldsUnmadeEntries() const { return m_fileHoldsUnmadeEntries; }
+    /// made, a copy of the file that holds them is set aside first, and the user is told. Pictures that no entry names
+    /// any more go last.
+    [[nodiscard]] bool persist();
+    /// Saves the list where the last refresh() met stored entries that could not be made, so that they are dropped from
+    /// the file. Where that fails, which is logged, the next one meets them again.
+    void dropUnmadeEntries();
 
     [[nodiscard]] std::size_t count() const { return m_items.size(); }
     [[nodiscard]] bool isEmpty() const { return m_items.empty(); }
@@ -61,12 +64,15 @@ private:
     /// Replaces the list by what \a entries describe. False when one of them could not be made.
     bool load(const QVariantList &entries);
     void addDefaultEntries();
+    /// True when a copy of the file with the entries that could not be made is on the disk.
+    [[nodiscard]] bool keepUnmadeEntries();
 
     QString m_filePath;
     UserDefaults &m_defaults;
     const AppSettings &m_settings;
     ItemServices &m_services;
     Items m_items;
+    QStringList m_unmadeNames; ///< of the entries that could not be made, as far as they have one
     bool m_fileHoldsUnmadeEntries = false;
     bool m_mayReplaceFile = true; // not while a file stands that could neither be read nor set aside
 };

@@ -32,8 +32,9 @@ QString PicturedMenuItem::identity() const
 
 Image PicturedMenuItem::image() const
 {
-    const Image own = m_services.imageStore.imageForKey(m_imageKey);
-    return own.isNull() ? Image::named(QLatin1String(m_kind.picture)) : own;
+    if (m_image.isNull()) // its file need not be asked about at each reload of a ring
+        m_image = m_services.imageStore.imageForKey(m_imageKey, Image::named(QLatin1String(m_kind.picture)));
+    return m_image;
 }
 
 void PicturedMenuItem::setImage(const Image &image)
@@ -46,13 +47,15 @@ void PicturedMenuItem::setImage(const Image &image)
         return;
     }
     const QString key = QString::number(QRandomGenerator::global()->generate());
-    if (m_services.imageStore.storeImage(Image::fromPixels(pixels), key))
-        m_services.imageStore.removeImageForKey(std::exchange(m_imageKey, key));
+    if (!m_services.imageStore.storeImage(Image::fromPixels(pixels), key))
+        return;
+    m_services.imageStore.discardImageForKey(std::exchange(m_imageKey, key));
+    m_image = {};
 }
 
 void PicturedMenuItem::willBeRemoved()
 {
-    m_services.imageStore.removeImageForKey(m_imageKey);
+    m_services.imageStore.discardImageForKey(m_imageKey);
 }
 
 void PicturedMenuItem::startEditing(QWidget *, const std::function<void()> &completion)

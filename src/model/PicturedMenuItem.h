@@ -14,11 +14,11 @@ public:
     void rename(const QString &name) override { m_name = name; }
     /// The picture of the user's choice, else the bundled one of the kind.
     [[nodiscard]] Image image() const override;
-    /// Replaces the stored picture and its key. A picture that cannot be read or stored changes
-    /// nothing and is logged.
+    /// Replaces the stored picture and its key; the old picture goes when the entries are saved. A picture that cannot
+    /// be read or stored changes nothing and is logged.
     void setImage(const Image &image);
     [[nodiscard]] const QString &imageKey() const { return m_imageKey; }
-    /// Removes the stored picture.
+    /// Has the stored picture removed once the entries are saved.
     void willBeRemoved() override;
 
     [[nodiscard]] bool canEdit() const override { return true; }
@@ -48,7 +48,8 @@ protected:
 private:
     const Kind &m_kind;
     QString m_name;
-    QString m_imageKey; // empty: no picture of its own
+    mutable Image m_image; ///< as shown; null before it is asked for
+    QString m_imageKey;    // empty: no picture of its own
     QString m_text;
 };
 

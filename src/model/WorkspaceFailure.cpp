@@ -32,6 +32,11 @@ void logFailure(const Result<void, Workspace::Error> &outcome, const QString &wh
         qCWarning(lcModel, "%s: %s.", qUtf8Printable(what), describe(outcome.error()));
 }
 
+void launchApplication(const QString &path, Workspace &workspace)
+{
+    logFailure(workspace.launchApplication(path), QStringLiteral("%1 could not be started").arg(forLog(path)));
+}
+
 void openFileWith(const QString &path, const QString &applicationPath, Workspace &workspace)
 {
     logFailure(workspace.openFile(path, applicationPath),

@@ -10,6 +10,9 @@ namespace Orbita {
 /// opened".
 void logFailure(const Result<void, Workspace::Error> &outcome, const QString &what);
 
+/// Starts the application at \a path. A failure is logged.
+void launchApplication(const QString &path, Workspace &workspace);
+
 /// Opens the file at \a path with the application at \a applicationPath. A failure is logged.
 void openFileWith(const QString &path, const QString &applicationPath, Workspace &workspace);
 

@@ -23,7 +23,6 @@ struct RingDesktop : MemoryDesktop {
     ManualAnimationClock clock;
     RenderedPictures pictures;
     MemoryScheduler scheduler;
-    MemoryUserNotifications notifications;
     RingWindow window{stage, blur};
     ControllerServices controllerServices{container.directories().container, settings,  defaults,     services,
                                           {stage, clock, pictures},          scheduler, notifications};

@@ -1,6 +1,7 @@
 #include "app/RingWindowController.h"
 
 #include "app/RingDesktop.h"
+#include "model/FileMenuItem.h"
 #include "platform/PropertyList.h"
 #include "ring/RingItem.h"
 
@@ -25,6 +26,13 @@ struct RingWindowControllerTest : testing::Test {
         = std::make_unique<RingWindowController>(desktop.window, desktop.controllerServices);
 
     RunningApplication start(const QString &name) { return running.start(u"/apps/"_s + name + u".desktop"_s, name); }
+    /// Begins anew with \a entries.
+    void store(const QVariantList &entries)
+    {
+        QDir().mkpath(QFileInfo(desktop.container.itemFile()).path());
+        EXPECT_TRUE(PropertyList::write(desktop.container.itemFile(), entries, PropertyList::Format::Xml));
+        ring = std::make_unique<RingWindowController>(desktop.window, desktop.controllerServices);
+    }
     void show()
     {
         ring->showWindowAtScreenPosition({640, 400});
@@ -104,9 +112,7 @@ TEST_F(RingWindowControllerTest, keepsAnEntryWhileItIsEdited)
 {
     const QVariantMap link{{u"class"_s, u"LinkMenuItem"_s}, {u"name"_s, u"Page"_s}, {u"url"_s, u"https://old"_s}};
     desktop.settings.setShowFinder(false);
-    QDir().mkpath(QFileInfo(desktop.container.itemFile()).path());
-    ASSERT_TRUE(PropertyList::write(desktop.container.itemFile(), QVariantList{link}, PropertyList::Format::Xml));
-    ring = std::make_unique<RingWindowController>(desktop.window, desktop.controllerServices);
+    store({link});
     show();
     desktop.view().rightClickItem({0, 0});
     const auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
@@ -203,6 +209,35 @@ TEST_F(RingWindowControllerTest, opensOnceByHoveringInSwiftMode)
     desktop.stage.buttonsUp = true;
     hover(5);
     EXPECT_EQ(desktop.workspace.actions.size(), 1);
+}
+
+TEST_F(RingWindowControllerTest, dimsAnEntryThatCannotBeReachedAndAsksNoDiskWhenApplicationsComeAndGo)
+{
+    const QString document = desktop.container.write(u"usb/letter.txt"_s, "Dear reader");
+    desktop.settings.setShowFinder(false);
+    const auto entry = FileMenuItem::fromPath(document, desktop.services);
+    desktop.files.isMounted = false;
+    store({*entry->dictionaryRepresentation()});
+    show();
+    const auto shownItem = [this] { return desktop.view().itemFor({0, 0}); };
+    EXPECT_TRUE(shownItem()->isDimmed());
+    EXPECT_EQ(shownItem()->title(), u"letter (not connected)"_s);
+    desktop.settings.setSwiftMode(SwiftMode::Enabled);
+    hover(0);
+    EXPECT_TRUE(desktop.notifications.notifications.isEmpty()) << "hovering does not open it in vain";
+
+    desktop.workspace.iconRequests = 0;
+    const qsizetype looked = desktop.files.looked.size();
+    const auto tool = start(u"Tool"_s);
+    EXPECT_EQ(ring->menuItems().count(), 2U);
+    running.terminate(tool);
+    EXPECT_EQ(desktop.files.looked.size(), looked);
+    EXPECT_EQ(desktop.workspace.iconRequests, 0);
+
+    desktop.files.isMounted = true;
+    desktop.files.look(entry->dictionaryRepresentation()->value(u"bookmarkData"_s).toByteArray());
+    EXPECT_FALSE(shownItem()->isDimmed()) << "the ring follows what comes back";
+    EXPECT_EQ(shownItem()->title(), u"letter"_s);
 }
 
 TEST_F(RingWindowControllerTest, keepsTheChoiceByKeyboardInSight)

@@ -115,6 +115,29 @@ TEST(Entries, openWhatTheyStandFor)
     }
 }
 
+TEST(Entries, stayWhileTheirDriveIsAway)
+{
+    EntriesSession session;
+    session.install(u"Viewer"_s, u"viewer"_s, u"--title %f"_s, u"MimeType=text/plain;"_s);
+    const QString file = session.desktop().folders().write(u"usb/letter.txt"_s, "Dear Sir");
+    const QString drive = QFileInfo(file).path();
+    session.store({fileEntry(u"Letter"_s, file)});
+    const QVariantMap stored = session.stored();
+    ASSERT_TRUE(QDir().rename(drive, drive + u".away"_s));
+    session.show();
+    session.waitForNames({u"Letter (not connected)"_s});
+    session.clickItem(u"Letter (not connected)"_s);
+    session.waitUntilHidden();
+    EXPECT_EQ(session.stored(), stored);
+
+    ASSERT_TRUE(QDir().rename(drive + u".away"_s, drive));
+    session.show();
+    session.waitForNames({u"Letter"_s});
+    session.clickItem(u"Letter"_s);
+    session.windows().waitFor(withTitle(file), file);
+    EXPECT_EQ(session.stored(), stored);
+}
+
 TEST(Entries, openWithAnotherApplication)
 {
     EntriesSession session;

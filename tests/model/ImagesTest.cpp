@@ -92,6 +92,14 @@ TEST_F(ImageStoreTest, hasNothingUnderKeysThatAreNoFileNamesAndInDamagedFiles)
     EXPECT_EQ(TemporaryContainer::read(outside), "user's own");
     container.write(u"data/ImageStore/9.tif"_s, "no picture at all");
     EXPECT_TRUE(store.imageForKey(u"9"_s).isNull());
+
+    const Image builtIn = Image::named(u"Script"_s);
+    ASSERT_TRUE(store.storeImage(picture(Qt::red), u"8"_s));
+    const QString behindItsHeader = store.filePathForKey(u"8"_s);
+    QByteArray bytes = TemporaryContainer::read(behindItsHeader);
+    bytes.replace(8, 200, QByteArray(200, '\xff'));
+    container.write(u"data/ImageStore/8.tif"_s, bytes);
+    EXPECT_EQ(store.imageForKey(u"8"_s, builtIn).render({32, 32}), builtIn.render({32, 32}));
 }
 
 } // namespace

@@ -72,13 +72,15 @@ TEST_F(LinkAndScriptTest, haveTheStoredFormsThatTheyComeBackFrom)
     }
 }
 
-TEST_F(LinkAndScriptTest, keepOnePictureEachUntilTheyAreRemoved)
+TEST_F(LinkAndScriptTest, keepTheirPicturesUntilTheEntriesThatNameThemNoMoreAreSaved)
 {
     EXPECT_EQ(link->image(), Image::named(u"Bookmark"_s));
     EXPECT_EQ(script->image(), Image::named(u"Script"_s));
     script->setImage(picture);
     link->setImage(picture);
     link->setImage(picture);
+    EXPECT_EQ(storedPictures().size(), 3) << "the entry that is stored names the old one";
+    desktop.imageStore.removeDiscarded({link->dictionaryRepresentation().value(), *script->dictionaryRepresentation()});
     const QStringList both = storedPictures();
     EXPECT_EQ(both.size(), 2);
     EXPECT_TRUE(both.contains(link->imageKey() + u".tif"_s));
@@ -92,8 +94,14 @@ TEST_F(LinkAndScriptTest, keepOnePictureEachUntilTheyAreRemoved)
     EXPECT_EQ(storedPictures(), both) << "the old picture stays";
     EXPECT_TRUE(both.contains(link->imageKey() + u".tif"_s));
     link->willBeRemoved();
-    EXPECT_EQ(storedPictures(), QStringList(script->imageKey() + u".tif"_s));
-    EXPECT_EQ(link->image(), Image::named(u"Bookmark"_s));
+    script->willBeRemoved();
+    EXPECT_EQ(storedPictures(), both);
+    const QVariantMap collection{{u"class"_s, u"CollectionMenuItem"_s},
+                                 {u"subitems"_s, QVariantList{*script->dictionaryRepresentation()}}};
+    desktop.imageStore.removeDiscarded({collection});
+    EXPECT_EQ(storedPictures(), QStringList(script->imageKey() + u".tif"_s)) << "it was only moved";
+    EXPECT_EQ(MenuItem::fromDictionary(*link->dictionaryRepresentation(), desktop.services)->image(),
+              Image::named(u"Bookmark"_s));
 }
 
 TEST_F(LinkAndScriptTest, areEditedWithTheirPictures)

@@ -1,5 +1,7 @@
 #include "model/MenuItemArray.h"
 
+#include "model/AppMenuItem.h"
+#include "model/FileMenuItem.h"
 #include "model/RunningAppMenuItem.h"
 #include "platform/PropertyList.h"
 #include "support/MemoryDesktop.h"
@@ -9,6 +11,9 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace Orbita {
@@ -28,6 +33,22 @@ QVariantMap link(const QString &name)
 
 const QVariantMap broken{{u"class"_s, u"AppMenuItem"_s}};
 const QStringList withoutFinder{u"Launchpad"_s, u"App Store"_s, u"iTunes"_s, u"Safari"_s, u"Mail"_s};
+
+/// While it lives, no file becomes larger than some bytes.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before{};
+};
 
 struct MenuItemArrayTest : testing::Test {
     MemoryDesktop desktop;
@@ -121,7 +142,7 @@ TEST_F(MenuItemArrayTest, bringsAHiddenFinderBackToItsPlaceUntilItIsForgotten)
     };
     EXPECT_EQ(shown(true), (QStringList{u"a"_s, u"Finder"_s}));
     EXPECT_EQ(shown(false), QStringList(u"a"_s));
-    items.persist();
+    EXPECT_TRUE(items.persist());
     EXPECT_EQ(storedNames(), QStringList(u"a"_s));
     EXPECT_EQ(shown(true), (QStringList{u"Finder"_s, u"a"_s}));
 }
@@ -132,21 +153,70 @@ TEST_F(MenuItemArrayTest, savesEverythingButRunningApplications)
     const auto record = desktop.runningApplications.start(u"/tool.desktop"_s, u"Tool"_s);
     items.insertObject(std::make_shared<RunningAppMenuItem>(record, desktop.services), 2);
     items.removeObjectAt(0);
-    items.persist();
+    EXPECT_TRUE(items.persist());
     EXPECT_EQ(storedNames(), withoutFinder);
 }
 
-TEST_F(MenuItemArrayTest, keepsACopyOfEntriesThatItDropsOnce)
+TEST_F(MenuItemArrayTest, keepsOneCopyOfEntriesThatItDropsAndTellsOfItOnce)
 {
     plant({link(u"a"_s), broken});
     const QByteArray before = TemporaryContainer::read(file);
-    MenuItemArray items = array();
-    for (int saves = 0; saves < 2; ++saves) {
-        items.persist();
-        items.refresh();
+    {
+        const FullDisk disk(100'000);
+        for (int shows = 0; shows < 2; ++shows) {
+            MenuItemArray items = array();
+            items.addObject(MenuItem::fromDictionary(link(QString(200'000, u'x')), desktop.services));
+            EXPECT_FALSE(items.persist());
+        }
+    }
+    EXPECT_EQ(TemporaryContainer::read(file), before);
+    for (int shows = 0; shows < 2; ++shows) {
+        array().dropUnmadeEntries();
         EXPECT_EQ(storedNames(), (QStringList{u"Finder"_s, u"a"_s}));
         EXPECT_EQ(setAside(), QList<QByteArray>{before});
     }
+    ASSERT_EQ(desktop.notifications.notifications.size(), 1);
+    const QString text = desktop.notifications.notifications[0].text;
+    EXPECT_TRUE(text.contains(u"An entry without a name"_s) && text.contains(file + u".damaged-"_s));
+}
+
+TEST_F(MenuItemArrayTest, keepsEntriesThatCannotBeReachedAndDropsThoseThatAreGone)
+{
+    const QString document = desktop.container.write(u"usb/letter.txt"_s, "Dear reader");
+    const QString application = desktop.container.write(u"usb/tool.desktop"_s, "[Desktop Entry]\n");
+    desktop.settings.setShowFinder(false);
+    {
+        MenuItemArray items = array();
+        while (!items.isEmpty())
+            items.removeObjectAt(0);
+        items.addObject(FileMenuItem::fromPath(document, desktop.services));
+        items.addObject(AppMenuItem::fromPath(application, desktop.services));
+        ASSERT_TRUE(items.persist());
+    }
+    const QByteArray before = TemporaryContainer::read(file);
+    const auto titlesAfterDropping = [this] {
+        MenuItemArray items = array();
+        items.dropUnmadeEntries();
+        QStringList titles;
+        for (const MenuItem::Pointer &item : items)
+            titles << item->title() + (item->isAvailable() ? u""_s : u" dimmed"_s);
+        return titles;
+    };
+    desktop.files.isMounted = false;
+    EXPECT_EQ(titlesAfterDropping(),
+              (QStringList{u"letter (not connected) dimmed"_s, u"tool (not connected) dimmed"_s}));
+    array().objectAt(0)->open();
+    ASSERT_EQ(desktop.notifications.notifications.size(), 1);
+    EXPECT_EQ(desktop.notifications.notifications[0].title, u"“letter” cannot be opened"_s);
+    desktop.files.isMounted = true;
+    EXPECT_EQ(titlesAfterDropping(), (QStringList{u"letter"_s, u"tool"_s}));
+    EXPECT_EQ(TemporaryContainer::read(file), before);
+    ASSERT_TRUE(QFile::remove(document));
+    EXPECT_EQ(titlesAfterDropping(), QStringList(u"tool"_s));
+    EXPECT_EQ(storedNames(), QStringList(u"tool"_s));
+    ASSERT_EQ(desktop.notifications.notifications.size(), 2);
+    EXPECT_TRUE(desktop.notifications.notifications[1].text.startsWith(u"“letter”: no longer there"_s));
+    EXPECT_EQ(setAside(), QList<QByteArray>{before});
 }
 
 TEST_F(MenuItemArrayTest, setsADamagedFileAsideAndStartsAnew)
@@ -162,6 +232,8 @@ TEST_F(MenuItemArrayTest, setsADamagedFileAsideAndStartsAnew)
         ASSERT_EQ(setAside().size(), i + 1);
         EXPECT_EQ(storedNames(), QStringList(u"Finder"_s) + withoutFinder);
         EXPECT_TRUE(setAside().contains(damaged[i]));
+        ASSERT_EQ(desktop.notifications.notifications.size(), i + 1);
+        EXPECT_TRUE(desktop.notifications.notifications[i].text.contains(u"menuItems.plist.damaged-"_s));
     }
 }
 
@@ -171,8 +243,10 @@ TEST_F(MenuItemArrayTest, neverReplacesWhatItCannotRead)
     ASSERT_EQ(::mkfifo(QFile::encodeName(file).constData(), 0600), 0);
     MenuItemArray items = array();
     items.removeObjectAt(0);
-    items.persist();
+    EXPECT_FALSE(items.persist());
     EXPECT_TRUE(items.refresh());
+    array();
+    EXPECT_EQ(desktop.notifications.notifications.size(), 1) << "told once, not at each showing of the ring";
     EXPECT_EQ(MemoryDesktop::names(items), withoutFinder);
     const QFileInfo info(file);
     EXPECT_EQ(info.dir().entryList({info.fileName() + u'*'}, QDir::System | QDir::Files), QStringList(info.fileName()));
@@ -182,7 +256,7 @@ TEST_F(MenuItemArrayTest, neverReplacesWhatItCannotRead)
     items.refresh();
     EXPECT_EQ(storedNames(), withoutFinder);
     items.removeObjectAt(0);
-    items.persist();
+    EXPECT_TRUE(items.persist());
     EXPECT_EQ(storedNames(), withoutFinder.mid(1));
 }
 
@@ -200,7 +274,7 @@ TEST_F(MenuItemArrayTest, holdsTenThousandEntriesAndHostileNames)
     items.removeObject(*last);
     items.insertObject(last, 1);
     entries.move(entries.size() - 1, 1);
-    items.persist();
+    EXPECT_TRUE(items.persist());
     EXPECT_EQ(PropertyList::read(file)->toList(), entries) << "no character is lost";
 }
 

@@ -101,12 +101,24 @@ TEST_F(AppMenuItemTest, needsABookmark)
         EXPECT_FALSE(fromDictionary(entry("AppMenuItem", {{u"bookmarkData"_s, bookmark}})));
 }
 
-TEST_F(AppMenuItemTest, asksForItsIconOnce)
+TEST_F(AppMenuItemTest, asksNoDiskOnceItWasMade)
 {
-    const auto item = AppMenuItem::fromPath(desktop.plantApplication(u"a.desktop"_s), desktop.services);
-    EXPECT_EQ(item->image(), item->image());
-    EXPECT_EQ(desktop.workspace.iconRequests, 1);
-    EXPECT_EQ(item->image().size(), QSizeF(320, 320));
+    const QString path = desktop.plantApplication(u"a.desktop"_s);
+    for (const MenuItem::Pointer &item : {MenuItem::Pointer(AppMenuItem::fromPath(path, desktop.services)),
+                                          MenuItem::Pointer(FileMenuItem::fromPath(path, desktop.services))}) {
+        const qsizetype before = desktop.files.looked.size();
+        desktop.workspace.iconRequests = 0;
+        desktop.files.answers = false;
+        EXPECT_EQ(item->image(), item->image());
+        EXPECT_EQ(item->image().size(), QSizeF(320, 320));
+        EXPECT_FALSE(item->isRunning() || item->canQuit());
+        EXPECT_EQ(item->title() + item->identity(), item->name() + item->identity());
+        EXPECT_EQ(desktop.workspace.iconRequests, 0);
+        EXPECT_EQ(desktop.files.looked.size(), before);
+        item->open();
+        desktop.files.answers = true;
+    }
+    EXPECT_TRUE(desktop.workspace.actions.isEmpty()) << "a disk that does not answer holds up nothing";
 }
 
 TEST_F(AppMenuItemTest, comesForwardWhenItRunsAndIsLaunchedOtherwise)
@@ -145,6 +157,7 @@ TEST_F(FileMenuItemTest, showsAFolderAndOpensAFileWhileTheyAreThere)
 {
     const QString file = desktop.container.write(u"papers/letter.txt"_s, "Dear reader");
     const QString folder = desktop.container.path(u"papers"_s);
+    const QString away = desktop.container.write(u"elsewhere/x"_s, {}).chopped(1) + u"away"_s;
     for (const QString &path : {folder, file}) {
         const auto added = FileMenuItem::fromPath(path, desktop.services);
         const auto item = fromDictionary(*added->dictionaryRepresentation());
@@ -153,10 +166,11 @@ TEST_F(FileMenuItemTest, showsAFolderAndOpensAFileWhileTheyAreThere)
         EXPECT_EQ(item->dictionaryRepresentation(), added->dictionaryRepresentation());
         item->open();
         item->openWithAppPath(u"/a.desktop"_s);
-        ASSERT_TRUE(QFile::rename(path, path + u".away"_s));
+        ASSERT_TRUE(QFile::rename(path, away));
         item->open();
-        ASSERT_TRUE(QFile::rename(path + u".away"_s, path));
+        ASSERT_TRUE(QFile::rename(away, path));
     }
+    EXPECT_EQ(desktop.notifications.notifications.size(), 2) << "what is gone is not opened without a word";
     EXPECT_EQ(desktop.workspace.actions,
               (QStringList{u"show "_s + folder, u"open %1 with /a.desktop"_s.arg(folder), u"open "_s + file,
                            u"open %1 with /a.desktop"_s.arg(file)}));
@@ -168,6 +182,7 @@ TEST_F(FileMenuItemTest, followsTheLookOfAFileAndOffersTheDefaultApplicationFirs
     const auto item = FileMenuItem::fromPath(file, desktop.services);
     for (const Image &look : {Image::named(u"Mail"_s), Image::named(u"Safari"_s)}) {
         desktop.workspace.icons.insert(file, look);
+        desktop.files.look(item->dictionaryRepresentation()->value(u"bookmarkData"_s).toByteArray());
         EXPECT_EQ(item->image(), look);
     }
     desktop.workspace.displayNames = {{u"/1"_s, u"zebra"_s}, {u"/2"_s, u"Éclair"_s}, {u"/3"_s, u"apple"_s}};

@@ -5,8 +5,11 @@
 #include "model/ItemEditors.h"
 #include "model/ItemServices.h"
 #include "model/MenuItem.h"
+#include "model/Notices.h"
+#include "platform/memory/MemoryFileLookup.h"
 #include "platform/memory/MemoryRunningApplications.h"
 #include "platform/memory/MemoryUserDefaults.h"
+#include "platform/memory/MemoryUserNotifications.h"
 #include "platform/memory/MemoryWorkspace.h"
 #include "settings/AppSettings.h"
 #include "support/MemoryTriggers.h"
@@ -72,7 +75,10 @@ struct MemoryDesktop {
     ImageCache imageCache;
     ImageStore imageStore{container.directories().container};
     PlantedEditors editors;
-    ItemServices services{workspace, runningApplications, toolkit, imageCache, imageStore, editors};
+    MemoryFileLookup files{workspace};
+    MemoryUserNotifications notifications;
+    Notices notices{notifications};
+    ItemServices services{workspace, files, runningApplications, toolkit, imageCache, imageStore, editors, notices};
 
     /// Makes a file that stands for an application bundle in the temporary folder and returns its path.
     [[nodiscard]] QString plantApplication(const QString &fileName) const

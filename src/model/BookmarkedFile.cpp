@@ -74,11 +74,12 @@ bool BookmarkedFile::isAvailable() const
 
 QString BookmarkedFile::title(const QString &name) const
 {
+    // Short words, so that captions have room for them.
     switch (known().presence) {
     case Presence::Missing:
-        return tr("%1 (not found)").arg(name);
+        return tr("%1 (gone)").arg(name);
     case Presence::Unreachable:
-        return tr("%1 (not connected)").arg(name);
+        return tr("%1 (offline)").arg(name);
     case Presence::Unknown:
     case Presence::Present:
         return name;

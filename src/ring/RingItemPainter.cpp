@@ -12,7 +12,8 @@ namespace Orbita {
 
 namespace {
 
-constexpr double dimmedOpacity = 0.4;
+constexpr double dimmedPictureOpacity = 0.45;
+constexpr double dimmedCaptionOpacity = 0.6; // it is still to be read
 
 void paintSelection(QPainter &painter, const QRectF &rect)
 {
@@ -56,9 +57,10 @@ void paintRingItem(QPainter &painter, const RingItem &item, const ViewFlip &flip
 
     if (item.showsSelection())
         paintSelection(painter, placed(layers.selectionLayer));
-    painter.setOpacity(item.isDimmed() ? dimmedOpacity : 1.0);
+    painter.setOpacity(item.isDimmed() ? dimmedPictureOpacity : 1.0);
     const int side = pictureSide(item, painter.device()->devicePixelRatioF());
     paintPicture(painter, placed(layers.contentLayer), pictures.picture(item.image(), side));
+    painter.setOpacity(item.isDimmed() ? dimmedCaptionOpacity : 1.0);
     if (item.alwaysShowTitle())
         paintCaption(painter, placed(layers.titleLayer), item, layers.titleFontSize);
     painter.setOpacity(1.0);

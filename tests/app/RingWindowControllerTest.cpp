@@ -221,7 +221,7 @@ TEST_F(RingWindowControllerTest, dimsAnEntryThatCannotBeReachedAndAsksNoDiskWhen
     show();
     const auto shownItem = [this] { return desktop.view().itemFor({0, 0}); };
     EXPECT_TRUE(shownItem()->isDimmed());
-    EXPECT_EQ(shownItem()->title(), u"letter (not connected)"_s);
+    EXPECT_EQ(shownItem()->title(), u"letter (offline)"_s);
     desktop.settings.setSwiftMode(SwiftMode::Enabled);
     hover(0);
     EXPECT_TRUE(desktop.notifications.notifications.isEmpty()) << "hovering does not open it in vain";

@@ -125,8 +125,8 @@ TEST(Entries, stayWhileTheirDriveIsAway)
     const QVariantMap stored = session.stored();
     ASSERT_TRUE(QDir().rename(drive, drive + u".away"_s));
     session.show();
-    session.waitForNames({u"Letter (not connected)"_s});
-    session.clickItem(u"Letter (not connected)"_s);
+    session.waitForNames({u"Letter (offline)"_s});
+    session.clickItem(u"Letter (offline)"_s);
     session.waitUntilHidden();
     EXPECT_EQ(session.stored(), stored);
 

@@ -203,8 +203,7 @@ TEST_F(MenuItemArrayTest, keepsEntriesThatCannotBeReachedAndDropsThoseThatAreGon
         return titles;
     };
     desktop.files.isMounted = false;
-    EXPECT_EQ(titlesAfterDropping(),
-              (QStringList{u"letter (not connected) dimmed"_s, u"tool (not connected) dimmed"_s}));
+    EXPECT_EQ(titlesAfterDropping(), (QStringList{u"letter (offline) dimmed"_s, u"tool (offline) dimmed"_s}));
     array().objectAt(0)->open();
     ASSERT_EQ(desktop.notifications.notifications.size(), 1);
     EXPECT_EQ(desktop.notifications.notifications[0].title, u"“letter” cannot be opened"_s);

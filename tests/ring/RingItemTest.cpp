@@ -86,7 +86,7 @@ TEST(RingItemPainter, paintsEveryPartWhereItBelongs)
     EXPECT_EQ(paint().pixelColor(50, 86), QColor(Qt::blue)) << "the dot is not dimmed";
     item.setHighlighted(false);
     item.setSelected(false);
-    EXPECT_NEAR(paint().pixelColor(50, 50).alphaF(), 0.4, 0.01);
+    EXPECT_NEAR(paint().pixelColor(50, 50).alphaF(), 0.45, 0.01);
     item.setDimmed(false);
     item.setAlwaysShowTitle(true);
     const QImage captioned = paint();

@@ -228,6 +228,7 @@ void RingWindowController::finishHiding()
 {
     m_ringView->resetLayout();
     m_window.hide();
+    m_menuItems.dropItemsThatAreGone(); // they were looked at for this showing, and shown as gone
     Q_EMIT didDisappear();
 }
 

@@ -10,7 +10,7 @@ class AppMenuItem final : public ApplicationMenuItem {
 public:
     /// Null when there is nothing at \a path.
     [[nodiscard]] static std::shared_ptr<AppMenuItem> fromPath(const QString &path, ItemServices &services);
-    /// Null, and logged, when the bookmark is missing or its file was removed. A stale one is renewed.
+    /// Null, and logged, without a bookmark. A stale one is renewed.
     [[nodiscard]] static Pointer fromDictionary(const QVariantMap &dictionary, ItemServices &services);
 
     AppMenuItem(QString name, BookmarkedFile file, ItemServices &services);
@@ -19,6 +19,7 @@ public:
     [[nodiscard]] QString name() const override { return m_name; }
     [[nodiscard]] QString title() const override { return m_file.title(m_name); }
     [[nodiscard]] bool isAvailable() const override { return m_file.isAvailable(); }
+    [[nodiscard]] bool isGone() const override { return m_file.isGone(); }
     [[nodiscard]] Image image() const override;
     void open() override;
     [[nodiscard]] bool canOpenPath(const QString &) const override { return true; }

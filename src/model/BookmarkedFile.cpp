@@ -48,14 +48,12 @@ std::optional<BookmarkedFile> BookmarkedFile::fromDictionary(const QVariantMap &
         return std::nullopt;
     }
     const QByteArray bookmark = stored.toByteArray();
-    services.files.look(bookmark);
-    const auto known = services.files.known(bookmark);
-    if (!known || known->presence == Presence::Missing) {
-        qCWarning(lcModel, "The bookmark of \"%s\" does not resolve: %s.",
-                  qUtf8Printable(forLog(storedText(dictionary, "name"))),
-                  known ? "what it stood for is gone" : "it is damaged");
+    if (!services.files.known(bookmark)) {
+        qCWarning(lcModel, "The bookmark of \"%s\" is damaged.",
+                  qUtf8Printable(forLog(storedText(dictionary, "name"))));
         return std::nullopt;
     }
+    services.files.look(bookmark);
     return BookmarkedFile(bookmark, services);
 }
 

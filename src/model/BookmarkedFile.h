@@ -17,8 +17,7 @@ public:
     /// Nothing, and logged, when there is no file at \a path.
     [[nodiscard]] static std::optional<BookmarkedFile> fromPath(const QString &path, ItemServices &services);
     /// The file of the "bookmarkData" of \a dictionary, which is looked at anew in the background. Nothing, and logged,
-    /// when there is no bookmark, or when its file is known to have been removed. One that merely cannot be seen, as
-    /// its drive is not mounted, is kept.
+    /// when there is no bookmark.
     [[nodiscard]] static std::optional<BookmarkedFile> fromDictionary(const QVariantMap &dictionary,
                                                                       ItemServices &services);
 
@@ -27,6 +26,8 @@ public:
     [[nodiscard]] bool isPresent() const { return known().presence == KnownFile::Presence::Present; }
     /// Whether nothing speaks against opening it: it is there, or nobody has looked yet.
     [[nodiscard]] bool isAvailable() const;
+    /// Whether it was removed for good, and is not merely on a drive that is not mounted.
+    [[nodiscard]] bool isGone() const { return known().presence == KnownFile::Presence::Missing; }
     /// Its picture when it was seen last; null before that.
     [[nodiscard]] Image icon() const { return known().icon; }
     /// What to call an entry called \a name: its name, and where it cannot be opened, why.

@@ -10,7 +10,7 @@ class FileMenuItem final : public MenuItem {
 public:
     /// Null when there is nothing at \a path.
     [[nodiscard]] static std::shared_ptr<FileMenuItem> fromPath(const QString &path, ItemServices &services);
-    /// Null, and logged, when the bookmark is missing or its file was removed. A stale one is renewed.
+    /// Null, and logged, without a bookmark. A stale one is renewed.
     [[nodiscard]] static Pointer fromDictionary(const QVariantMap &dictionary, ItemServices &services);
 
     FileMenuItem(QString name, BookmarkedFile file, ItemServices &services);
@@ -23,6 +23,7 @@ public:
     [[nodiscard]] QString name() const override { return m_name; }
     [[nodiscard]] QString title() const override { return m_file.title(m_name); }
     [[nodiscard]] bool isAvailable() const override { return m_file.isAvailable(); }
+    [[nodiscard]] bool isGone() const override { return m_file.isGone(); }
     [[nodiscard]] Image image() const override;
     /// Shows what a folder holds in the file manager; opens a file with its default application. The user is told where
     /// it cannot be reached.

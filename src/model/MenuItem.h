@@ -46,6 +46,8 @@ public:
     [[nodiscard]] virtual QString title() const { return name(); }
     /// Whether nothing is known to stand in the way of opening it. Otherwise it is shown dimmed.
     [[nodiscard]] virtual bool isAvailable() const { return true; }
+    /// Whether what it stands for was removed for good.
+    [[nodiscard]] virtual bool isGone() const { return false; }
     [[nodiscard]] virtual bool canRename() const { return false; }
     virtual void rename(const QString &) {}
     [[nodiscard]] virtual Image image() const { return {}; }

@@ -16,6 +16,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 namespace Orbita {
@@ -40,11 +41,10 @@ QString tr(const char *text)
     return QCoreApplication::translate("MenuItemArray", text);
 }
 
-/// What to call an entry that could not be made.
-QString nameOfUnmade(const QVariantMap &entry)
+/// What to call an entry that was dropped and is called \a name.
+QString quotedName(const QString &name)
 {
-    const QString name = forLog(storedText(entry, "name"));
-    return name.isEmpty() ? tr("An entry without a name") : QStringLiteral("“%1”").arg(name);
+    return name.isEmpty() ? tr("An entry without a name") : QStringLiteral("“%1”").arg(forLog(name));
 }
 
 bool isFinder(const MenuItem &item)
@@ -147,7 +147,7 @@ std::optional<QVariantList> MenuItemArray::readFile()
 bool MenuItemArray::load(const QVariantList &entries)
 {
     m_items.clear();
-    m_unmadeNames.clear();
+    m_droppedNames.clear();
     const bool showFinder = m_settings.showFinder();
     bool allMade = true;
     bool sawFinder = false;
@@ -155,7 +155,7 @@ bool MenuItemArray::load(const QVariantList &entries)
         auto item = MenuItem::fromDictionary(entry.toMap(), m_services);
         if (!item) {
             allMade = false;
-            m_unmadeNames << nameOfUnmade(entry.toMap());
+            m_droppedNames << quotedName(storedText(entry.toMap(), "name"));
             continue;
         }
         const bool finder = isFinder(*item);
@@ -207,13 +207,26 @@ bool MenuItemArray::keepUnmadeEntries()
         return false;
     qCWarning(lcModel, "Entries that could not be read are dropped; a copy is kept as %s.", qUtf8Printable(aside));
     constexpr qsizetype mostNamed = 3;
-    QString names = m_unmadeNames.first(qMin(m_unmadeNames.size(), mostNamed)).join(QStringLiteral(", "));
-    if (m_unmadeNames.size() > mostNamed)
+    QString names = m_droppedNames.first(qMin(m_droppedNames.size(), mostNamed)).join(QStringLiteral(", "));
+    if (m_droppedNames.size() > mostNamed)
         names += QStringLiteral(", …");
     m_services.notices.tellOnce(
         tr("Entries were removed from the ring"),
         tr("%1: no longer there, or damaged. The entries as they were are kept in %2.").arg(names, aside));
     return true;
+}
+
+void MenuItemArray::dropItemsThatAreGone()
+{
+    const auto isGone = [](const MenuItem::Pointer &item) { return item->isGone(); };
+    for (const MenuItem::Pointer &item : m_items | std::views::filter(isGone)) {
+        qCWarning(lcModel, "What \"%s\" stood for is gone.", qUtf8Printable(forLog(item->name())));
+        m_droppedNames << quotedName(item->name());
+    }
+    if (std::erase_if(m_items, isGone) == 0)
+        return;
+    m_fileHoldsUnmadeEntries = true;
+    dropUnmadeEntries();
 }
 
 void MenuItemArray::dropUnmadeEntries()

@@ -42,6 +42,8 @@ public:
     /// Saves the list where the last refresh() met stored entries that could not be made, so that they are dropped from
     /// the file. Where that fails, which is logged, the next one meets them again.
     void dropUnmadeEntries();
+    /// Drops, in the same way, the items whose files were removed for good.
+    void dropItemsThatAreGone();
 
     [[nodiscard]] std::size_t count() const { return m_items.size(); }
     [[nodiscard]] bool isEmpty() const { return m_items.empty(); }
@@ -72,7 +74,7 @@ private:
     const AppSettings &m_settings;
     ItemServices &m_services;
     Items m_items;
-    QStringList m_unmadeNames; ///< of the entries that could not be made, as far as they have one
+    QStringList m_droppedNames; ///< what to call the entries that are in the file and no more in the list
     bool m_fileHoldsUnmadeEntries = false;
     bool m_mayReplaceFile = true; // not while a file stands that could neither be read nor set aside
 };

@@ -238,6 +238,15 @@ TEST_F(RingWindowControllerTest, dimsAnEntryThatCannotBeReachedAndAsksNoDiskWhen
     desktop.files.look(entry->dictionaryRepresentation()->value(u"bookmarkData"_s).toByteArray());
     EXPECT_FALSE(shownItem()->isDimmed()) << "the ring follows what comes back";
     EXPECT_EQ(shownItem()->title(), u"letter"_s);
+
+    ASSERT_TRUE(QFile::remove(document));
+    ring->refreshItems();
+    EXPECT_EQ(shownItem()->title(), u"letter (gone)"_s);
+    EXPECT_EQ(PropertyList::read(desktop.container.itemFile())->toList().size(), 1);
+    ring->hideWindow(ReactivatePrevious::No);
+    desktop.settle();
+    EXPECT_TRUE(PropertyList::read(desktop.container.itemFile())->toList().isEmpty());
+    EXPECT_EQ(desktop.notifications.notifications.size(), 1);
 }
 
 TEST_F(RingWindowControllerTest, keepsTheChoiceByKeyboardInSight)

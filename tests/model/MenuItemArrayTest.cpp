@@ -196,7 +196,7 @@ TEST_F(MenuItemArrayTest, keepsEntriesThatCannotBeReachedAndDropsThoseThatAreGon
     const QByteArray before = TemporaryContainer::read(file);
     const auto titlesAfterDropping = [this] {
         MenuItemArray items = array();
-        items.dropUnmadeEntries();
+        items.dropItemsThatAreGone();
         QStringList titles;
         for (const MenuItem::Pointer &item : items)
             titles << item->title() + (item->isAvailable() ? u""_s : u" dimmed"_s);

@@ -43,6 +43,12 @@ bool RunningAppMenuItem::update(const RunningApplication &application)
     return !looksTheSame;
 }
 
+void RunningAppMenuItem::openPath(const QString &path)
+{
+    if (canOpenPath(path))
+        openFile(path, m_app.bundlePath);
+}
+
 bool RunningAppMenuItem::representsRunningApplication(const RunningApplication &application) const
 {
     return application == m_app;

@@ -20,8 +20,10 @@ public:
     [[nodiscard]] Image image() const override { return m_image; }
     [[nodiscard]] bool isRunning() const override { return true; }
     void open() override { activateOrLaunch(bundle()); }
-    [[nodiscard]] bool canOpenPath(const QString &) const override { return true; }
-    void openPath(const QString &path) override { openFile(path, bundle()); }
+    /// Only where a bundle is known: an executable alone may be an interpreter, which would run the file.
+    [[nodiscard]] bool canOpenPath(const QString &) const override { return !m_app.bundlePath.isEmpty(); }
+    /// Does nothing while canOpenPath() is false.
+    void openPath(const QString &path) override;
     [[nodiscard]] bool representsRunningApplication(const RunningApplication &application) const override;
 
 private:

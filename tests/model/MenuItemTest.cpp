@@ -239,6 +239,21 @@ TEST_F(RunningAppMenuItemTest, isNeverStoredAndComesForward)
     EXPECT_EQ(desktop.workspace.actions, QStringList(u"launch "_s + path));
 }
 
+TEST_F(RunningAppMenuItemTest, opensAFileWithItsBundleOnly)
+{
+    const QString file = u"/home/me/script.py"_s;
+    for (const QString &bundle : {QString(), u"/usr/share/applications/tool.desktop"_s}) {
+        RunningApplication record;
+        record.bundlePath = bundle;
+        record.executablePath = u"/usr/bin/python3"_s;
+        RunningAppMenuItem item(desktop.runningApplications.add(record), desktop.services);
+        EXPECT_EQ(item.canOpenPath(file), !bundle.isEmpty());
+        item.openPath(file);
+    }
+    EXPECT_EQ(desktop.workspace.actions,
+              QStringList(u"open /home/me/script.py with /usr/share/applications/tool.desktop"_s));
+}
+
 TEST_F(MenuItemTest, asksTheCompanionToQuitTheFirstMatchOnly)
 {
     const QString path = desktop.plantApplication(u"a.desktop"_s);

@@ -4,9 +4,8 @@
 #include "model/ItemServices.h"
 #include "model/StoredText.h"
 #include "model/WorkspaceFailure.h"
+#include "platform/DesktopFileId.h"
 #include "platform/Workspace.h"
-
-#include <QFileInfo>
 
 namespace Orbita {
 
@@ -64,14 +63,14 @@ void AppMenuItem::openPath(const QString &path)
 
 bool AppMenuItem::representsRunningApplication(const RunningApplication &application) const
 {
-    // A desktop file holds no executable: it is the application when it has the same desktop file id, wherever the
-    // copy lies that the user added.
     const QString own = m_file.path();
+    if (application.bundlePath == own)
+        return true;
+    // A desktop file holds no executable: it is the application that is installed under its desktop file id.
     if (isDesktopFile(own))
-        return application.bundlePath == own
-            || (isDesktopFile(application.bundlePath)
-                && QFileInfo(application.bundlePath).fileName() == QFileInfo(own).fileName());
-    return application.bundlePath == own || bundleHoldsExecutable(own, application.executablePath);
+        return isDesktopFile(application.bundlePath)
+            && standsForDesktopFileId(own, application.bundleIdentifier + QStringLiteral(".desktop"));
+    return bundleHoldsExecutable(own, application.executablePath);
 }
 
 std::optional<QVariantMap> AppMenuItem::dictionaryRepresentation() const

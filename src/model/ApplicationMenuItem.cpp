@@ -51,9 +51,11 @@ void ApplicationMenuItem::openFile(const QString &path, const QString &applicati
 
 bool bundleHoldsExecutable(const QString &bundlePath, const QString &executablePath)
 {
-    if (bundlePath.isEmpty() || !executablePath.startsWith(bundlePath))
+    const auto bundle = QStringView(bundlePath).chopped(bundlePath.endsWith(u'/') ? 1 : 0);
+    if (bundle.isEmpty() || !executablePath.startsWith(bundle))
         return false;
-    return !QStringView(executablePath).mid(bundlePath.size()).contains(QLatin1String(".app"));
+    const auto rest = QStringView(executablePath).mid(bundle.size());
+    return (rest.isEmpty() || rest.startsWith(u'/')) && !rest.contains(QLatin1String(".app"));
 }
 
 } // namespace Orbita

@@ -68,6 +68,9 @@ TEST(BundleHoldsExecutable, unlessItIsNestedOrElsewhere)
     EXPECT_TRUE(bundleHoldsExecutable(u"/opt/X.AppImage"_s, u"/opt/X.AppImage"_s)) << "the bundle itself runs";
     EXPECT_FALSE(bundleHoldsExecutable(u"/opt/X.app"_s, u"/opt/X.app/lib/Y.app/bin/Y"_s)) << "nested inside";
     EXPECT_FALSE(bundleHoldsExecutable(u"/opt/X.app"_s, u"/other/opt/X.app/bin/X"_s)) << "further down";
+    EXPECT_FALSE(bundleHoldsExecutable(u"/opt/X.app"_s, u"/opt/X.app-old/bin/X"_s)) << "a name that goes on";
+    EXPECT_TRUE(bundleHoldsExecutable(u"/opt/X.app/"_s, u"/opt/X.app/bin/X"_s));
+    EXPECT_FALSE(bundleHoldsExecutable(u"/"_s, u"/usr/bin/x"_s));
     EXPECT_FALSE(bundleHoldsExecutable({}, u"/usr/bin/x"_s));
     EXPECT_FALSE(bundleHoldsExecutable(u"/opt/X.app"_s, {}));
 }
@@ -142,15 +145,21 @@ TEST_F(AppMenuItemTest, comesForwardWhenItRunsAndIsLaunchedOtherwise)
     EXPECT_EQ(desktop.workspace.actions.size(), 2);
 }
 
-TEST_F(AppMenuItemTest, matchesItsDesktopFileWhereverTheCopyLies)
+TEST_F(AppMenuItemTest, matchesTheApplicationThatIsInstalledUnderItsIdWhereverTheCopyLies)
 {
-    const auto item = AppMenuItem::fromPath(desktop.plantApplication(u"desk/org.a.Tool.desktop"_s), desktop.services);
-    const auto represents = [&](const QString &path) {
-        return item->representsRunningApplication(desktop.runningApplications.start(path, {}));
+    const auto item = AppMenuItem::fromPath(desktop.plantApplication(u"desk/kde-tool.desktop"_s), desktop.services);
+    const auto represents = [&](const QString &path, const QString &id) {
+        RunningApplication record;
+        record.bundlePath = path;
+        record.bundleIdentifier = id;
+        return item->representsRunningApplication(desktop.runningApplications.add(record));
     };
-    EXPECT_TRUE(represents(u"/usr/share/applications/org.a.Tool.desktop"_s));
-    EXPECT_FALSE(represents(u"/usr/share/applications/org.b.Tool.desktop"_s));
-    EXPECT_FALSE(represents({}));
+    EXPECT_TRUE(represents(u"/usr/share/applications/kde-tool.desktop"_s, u"kde-tool"_s));
+    EXPECT_TRUE(represents(u"/usr/share/applications/kde/tool.desktop"_s, u"kde-tool"_s));
+    EXPECT_FALSE(represents(u"/usr/share/applications/x/kde-tool.desktop"_s, u"x-kde-tool"_s));
+    EXPECT_FALSE(represents(u"/opt/kde-tool.desktop"_s, {})) << "it has no id";
+    EXPECT_FALSE(represents({}, u"kde-tool"_s)) << "the class of a window";
+    EXPECT_FALSE(represents({}, {}));
 }
 
 TEST_F(FileMenuItemTest, showsAFolderAndOpensAFileWhileTheyAreThere)

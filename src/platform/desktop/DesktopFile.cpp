@@ -1,13 +1,13 @@
 #include "platform/desktop/DesktopFile.h"
 
 #include "platform/BoundedRead.h"
+#include "platform/DesktopFileId.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
-#include <QStandardPaths>
 
 #include <algorithm>
 
@@ -21,12 +21,6 @@ QString localeText(GKeyFile *file, const char *key)
 {
     const GlibPointer<char> text(g_key_file_get_locale_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr));
     return QString::fromUtf8(text.get()).simplified();
-}
-
-/// The first one's files stand in front of the second one's, and so on.
-QStringList applicationsFolders()
-{
-    return QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
 }
 
 /// The files in or below \a folder whose id is \a id: each dash in it may stand for a folder.
@@ -80,17 +74,6 @@ QString DesktopFile::icon() const
 bool isDesktopFile(const QString &path)
 {
     return path.endsWith(QLatin1String(".desktop")) && !QFileInfo(path).isDir();
-}
-
-QString desktopFileId(const QString &path)
-{
-    const QString clean = QDir::cleanPath(path);
-    for (const QString &folder : applicationsFolders()) {
-        const QString prefix = QDir::cleanPath(folder) + u'/';
-        if (clean.startsWith(prefix))
-            return clean.mid(prefix.size()).replace(u'/', u'-');
-    }
-    return {};
 }
 
 bool isSafeToLookUp(const QString &id)

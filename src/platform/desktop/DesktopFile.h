@@ -36,10 +36,6 @@ private:
 /// Whether \a path names a ".desktop" file and no folder; the file need not be there.
 [[nodiscard]] bool isDesktopFile(const QString &path);
 
-/// The desktop file id of \a path ("kde4-konsole.desktop" for kde4/konsole.desktop) when it lies in one of the XDG
-/// applications folders; otherwise empty.
-[[nodiscard]] QString desktopFileId(const QString &path);
-
 /// Whether every file of the XDG applications folders that has the id \a id is safe to hand to GLib. Which of them is
 /// the one in force, GLib decides, and it opens that one unchecked.
 [[nodiscard]] bool isSafeToLookUp(const QString &id);

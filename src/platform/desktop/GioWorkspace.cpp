@@ -2,6 +2,7 @@
 
 #include "platform/desktop/GioWorkspace.h"
 
+#include "platform/DesktopFileId.h"
 #include "platform/Log.h"
 #include "platform/desktop/ApplicationEntry.h"
 #include "platform/desktop/CoreApplications.h"

@@ -1,5 +1,6 @@
 #include "platform/desktop/LaunchTrust.h"
 
+#include "platform/DesktopFileId.h"
 #include "platform/desktop/ApplicationBundle.h"
 #include "platform/desktop/DesktopFile.h"
 

@@ -35,8 +35,8 @@ public:
     /// Opens the file or folder at \a path with its default application.
     ///
     /// An application is started instead, but Error::Untrusted where that could be somebody else's doing: it must lie
-    /// in a folder of installed applications, or its program must be marked executable and belong to the user or the
-    /// system, and others may not be able to write it.
+    /// in a folder of installed applications, or its program must be marked executable, and that and the folders above
+    /// must belong to the user or the system and not be for others to write.
     [[nodiscard]] virtual Result<void, Error> openFile(const QString &path) = 0;
     [[nodiscard]] virtual Result<void, Error> openFile(const QString &path, const QString &applicationPath) = 0;
     /// Shows the folder at \a path, or the file selected in its folder, in the file manager.

@@ -92,7 +92,8 @@ Result<void, Workspace::Error> GioWorkspace::openFile(const QString &path)
         return Failure(Error::Missing);
     if (!isLaunchable(path))
         return openWithDefault(path);
-    return isTrusted(path) ? launchApplication(path) : Failure(Error::Untrusted);
+    const auto program = trustedProgram(path);
+    return program ? launchApplication(*program) : Failure(Error::Untrusted);
 }
 
 Result<void, Workspace::Error> GioWorkspace::openWithDefault(const QString &path)

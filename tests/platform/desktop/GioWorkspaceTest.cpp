@@ -10,7 +10,9 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 namespace Orbita {
@@ -172,8 +174,25 @@ TEST_F(GioWorkspaceTest, ABundleStartsItsProgram)
     }
 }
 
+/// Whether nothing above the test's own folders makes every application in them an untrusted one.
+bool areModesKept()
+{
+    for (const QString &path : {QStringLiteral("/"), QStringLiteral("/tmp"), PrivateSession::path("files")}) {
+        struct statfs system = {};
+        struct stat status = {};
+        const QByteArray name = QFile::encodeName(path);
+        if (statfs(name.constData(), &system) != 0 || stat(name.constData(), &status) != 0
+            || system.f_type == FUSE_SUPER_MAGIC || system.f_type == V9FS_MAGIC
+            || (status.st_uid != 0 && status.st_uid != geteuid()))
+            return false;
+    }
+    return true;
+}
+
 TEST_F(GioWorkspaceTest, OnlyATrustedApplicationIsStartedByOpeningIt)
 {
+    if (!areModesKept())
+        GTEST_SKIP() << "the folders of this machine are nobody's, or their modes are made up";
     const Probe probe("opened");
     const Probe image("mine.AppImage");
     const Probe inFolder("Mine.app/AppRun");
@@ -195,6 +214,7 @@ TEST_F(GioWorkspaceTest, OnlyATrustedApplicationIsStartedByOpeningIt)
           Row{folder, inFolder, inFolder.program(), 0755, self, true},
           Row{folder, inFolder, inFolder.program(), 0755, somebody, false}, Row{loose, probe, loose, 0700, self, true},
           Row{loose, probe, files, 0777, self, false}, Row{folder, inFolder, files, 0777, self, false},
+          Row{loose, probe, files, 0755, somebody, false}, Row{folder, inFolder, files, 01777, somebody, false},
           Row{loose, probe, files, 01777, self, true}, Row{loose, probe, files, 0755, self, true}}) {
         const QByteArray decisive = QFile::encodeName(path);
         // Only the superuser may give files away.
@@ -208,11 +228,38 @@ TEST_F(GioWorkspaceTest, OnlyATrustedApplicationIsStartedByOpeningIt)
             EXPECT_EQ(outcome.error(), Workspace::Error::Untrusted);
         EXPECT_EQ(chown(decisive.constData(), self, gid_t(-1)), 0);
     }
-    // Nor may others give a file to any group.
-    const QByteArray shared = QFile::encodeName(loose);
-    if (chown(shared.constData(), self, getegid() + 12345) == 0 && chmod(shared.constData(), 0775) == 0) {
-        EXPECT_FALSE(workspace.openUrl(QUrl::fromLocalFile(loose)));
+    // Nor may others give a file or a folder to any group.
+    for (const QString &path : {loose, files}) {
+        const QByteArray shared = QFile::encodeName(path);
+        if (chown(shared.constData(), self, getegid() + 12345) == 0 && chmod(shared.constData(), 0775) == 0) {
+            EXPECT_FALSE(workspace.openUrl(QUrl::fromLocalFile(loose))) << qPrintable(path);
+            EXPECT_EQ(chown(shared.constData(), self, getegid()), 0);
+        }
     }
+}
+
+TEST_F(GioWorkspaceTest, WhatALinkLeadsToIsStartedAndNotTheLink)
+{
+    if (!areModesKept())
+        GTEST_SKIP() << "the folders of this machine are nobody's, or their modes are made up";
+    const Probe installed("installed");
+    const Probe image("real/X.AppImage"); // writes its report beside itself, by the path that it was started by
+    const Probe inFolder("real/Y.app/usr/y");
+    const auto link = [](const QString &target, const QByteArray &name) {
+        const QString path = PrivateSession::path("files/" + name);
+        EXPECT_TRUE(QFile::link(target, path));
+        return path;
+    };
+    link(inFolder.program(), "real/Y.app/AppRun");
+    const std::vector<std::pair<QString, const Probe &>> rows{
+        {link(install("linked", installed.desktopFile()), "a.desktop"), installed},
+        {link(image.program(), "a.AppImage"), image},
+        {link(PrivateSession::path("files/real/Y.app"), "a.app"), inFolder}};
+    for (const auto &[opened, started] : rows) {
+        ASSERT_TRUE(workspace.openFile(opened)) << qPrintable(opened);
+        EXPECT_FALSE(started.waitForStart().isEmpty());
+    }
+    EXPECT_FALSE(workspace.openFile(link(image.program(), "b.desktop"))) << "it is no entry";
 }
 
 TEST_F(GioWorkspaceTest, ATerminalProgramRunsInATerminalOrNotAtAll)

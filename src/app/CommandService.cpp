@@ -1,5 +1,7 @@
 #include "app/CommandService.h"
 
+#include "base/ProgramNames.h"
+
 #include <QDBusMessage>
 #include <QHash>
 
@@ -8,8 +10,6 @@
 namespace Orbita {
 
 namespace {
-
-const QString serviceName = QStringLiteral("org.orbita.Orbita");
 
 using Signal = void (CommandService::*)();
 
@@ -30,7 +30,7 @@ const QHash<QString, Signal> &commands()
 
 CommandService::CommandService(StartReason reason, QObject *parent)
     : QObject(parent),
-      m_application(serviceName, commands().keys()),
+      m_application(orbitaNames.bus, commands().keys()),
       m_awaitsActivation(reason == StartReason::BusActivation)
 {
     new OrbitaAdaptor(*this, m_application);
@@ -54,14 +54,15 @@ CommandService::Registration CommandService::registerOn(QDBusConnection bus)
 
 bool CommandService::callInstance(const QDBusConnection &bus, const QString &method)
 {
-    const auto call
-        = QDBusMessage::createMethodCall(serviceName, DesktopApplication::objectPath(serviceName), serviceName, method);
+    const QString &interface = orbitaNames.bus; // OrbitaAdaptor's
+    const auto call = QDBusMessage::createMethodCall(orbitaNames.bus, DesktopApplication::objectPath(orbitaNames.bus),
+                                                     interface, method);
     return bus.call(call).type() == QDBusMessage::ReplyMessage;
 }
 
 void CommandService::stopScripts()
 {
-    const QString companion = QStringLiteral("org.orbita.Toolkit");
+    const QString &companion = toolkitNames.bus;
     auto call = QDBusMessage::createMethodCall(companion, DesktopApplication::objectPath(companion),
                                                QStringLiteral("org.freedesktop.Application"),
                                                QStringLiteral("ActivateAction"));

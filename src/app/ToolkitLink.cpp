@@ -1,6 +1,7 @@
 #include "app/ToolkitLink.h"
 
 #include "app/Log.h"
+#include "base/ProgramNames.h"
 #include "model/StoredText.h"
 #include "platform/Dialogs.h"
 #include "platform/Scheduler.h"
@@ -17,7 +18,6 @@ namespace Orbita {
 
 namespace {
 
-const QString toolkitScheme = QStringLiteral("orbita-toolkit-com");
 const QString currentVersion = QStringLiteral("1.0");
 /// Companions from before the messages know this scheme only, and "terminate" behind it.
 const QString oldScheme = QStringLiteral("orbita-toolkit");
@@ -58,7 +58,7 @@ std::optional<QString> scriptAskedFor(const QVariantList &entries, const QString
 ToolkitLink::ToolkitLink(const ToolkitServices &services, EntryReader readEntries, QObject *parent)
     : QObject(parent), m_services(services), m_readEntries(std::move(readEntries))
 {
-    m_services.center.setUrlSchemeForReceiving(QStringLiteral("orbita-com"));
+    m_services.center.setUrlSchemeForReceiving(orbitaNames.scheme);
     m_services.center.addObserver(
         this, [this](const VXRemoteAction &action) { return verifyApplescriptAction(action); },
         QStringLiteral("verifyApplescript"));
@@ -72,7 +72,7 @@ ToolkitLink::~ToolkitLink()
 void ToolkitLink::connectOnce()
 {
     if (m_services.center.urlSchemeOfRecipient().isNull())
-        m_services.center.setUrlSchemeOfRecipient(toolkitScheme);
+        m_services.center.setUrlSchemeOfRecipient(toolkitNames.scheme);
 }
 
 void ToolkitLink::start()

@@ -5,6 +5,7 @@
 #include "app/ReadySignal.h"
 #include "app/ToolkitLink.h"
 #include "app/TouchpadTrust.h"
+#include "base/ProgramNames.h"
 #include "editors/SheetItemEditors.h"
 #include "editors/WidgetDialogs.h"
 #include "model/ImageCache.h"
@@ -261,7 +262,7 @@ int main(int argc, char **argv)
         qunsetenv("QT_QPA_PLATFORM");
     QApplication::setApplicationName(QStringLiteral("orbita"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orbita"));
-    QApplication::setDesktopFileName(QStringLiteral("org.orbita.Orbita"));
+    QApplication::setDesktopFileName(orbitaNames.bus);
     QApplication::setQuitOnLastWindowClosed(false);
     return run(application);
 }

@@ -1,3 +1,4 @@
+#include "base/ProgramNames.h"
 #include "companion/host/ChildProcess.h"
 #include "companion/host/ClipboardKeeper.h"
 #include "companion/host/DesktopScriptHost.h"
@@ -65,7 +66,7 @@ int main(int argc, char **argv)
     choice.reset();
     QApplication::setApplicationName(QStringLiteral("orbita-script"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orbita"));
-    QApplication::setDesktopFileName(QStringLiteral("org.orbita.Toolkit"));
+    QApplication::setDesktopFileName(toolkitNames.bus);
     QApplication::setQuitOnLastWindowClosed(false);
 
     constexpr size_t scriptMemory = 2UL * 1024 * 1024 * 1024; // bytes, for values and dialogs

@@ -1,12 +1,14 @@
 #include "companion/service/OrbitaPresence.h"
 
+#include "base/ProgramNames.h"
+
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
 
 namespace Orbita {
 
 OrbitaPresence::OrbitaPresence(const QDBusConnection &bus, QObject *parent)
-    : QObject(parent), m_watcher(QStringLiteral("org.orbita.Orbita"), bus, QDBusServiceWatcher::WatchForOwnerChange)
+    : QObject(parent), m_watcher(orbitaNames.bus, bus, QDBusServiceWatcher::WatchForOwnerChange)
 {
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { set(true); });
     connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { set(false); });

@@ -1,3 +1,4 @@
+#include "base/ProgramNames.h"
 #include "companion/service/AnsweringUrlHandler.h"
 #include "companion/service/ApplicationQuitter.h"
 #include "companion/service/Lifetime.h"
@@ -29,7 +30,6 @@ namespace {
 using namespace Orbita;
 using namespace Qt::StringLiterals;
 
-const QString busName = QStringLiteral("org.orbita.Toolkit");
 const QString stopScripts = QStringLiteral("stop-scripts");
 
 int fail(const char *sentence)
@@ -54,8 +54,8 @@ struct Companion {
 
     void connectAll()
     {
-        center.setUrlSchemeForReceiving(u"orbita-toolkit-com"_s);
-        center.setUrlSchemeOfRecipient(u"orbita-com"_s);
+        center.setUrlSchemeForReceiving(toolkitNames.scheme);
+        center.setUrlSchemeOfRecipient(orbitaNames.scheme);
         const auto end = [this] {
             lifetime.endSoon();
             runner.stopAll();
@@ -98,7 +98,7 @@ struct Companion {
 /// What the instance that runs answers to a call of \a method.
 QDBusMessage callInstance(const QString &method, const QVariantList &arguments)
 {
-    auto call = QDBusMessage::createMethodCall(busName, DesktopApplication::objectPath(busName),
+    auto call = QDBusMessage::createMethodCall(toolkitNames.bus, DesktopApplication::objectPath(toolkitNames.bus),
                                                u"org.freedesktop.Application"_s, method);
     call.setArguments(arguments);
     call.setAutoStartService(false);
@@ -135,7 +135,7 @@ std::optional<int> handOver(const QStringList &urls)
 /// Serves, or leaves \a urls to the instance that does. Nothing when that one has ended in between.
 std::optional<int> tryToServe(const QStringList &urls)
 {
-    DesktopApplication application(busName, {stopScripts});
+    DesktopApplication application(toolkitNames.bus, {stopScripts});
     switch (application.registerOn(QDBusConnection::sessionBus())) {
     case DesktopApplication::Registration::AlreadyRunning:
         return urls.isEmpty() ? std::optional(EXIT_SUCCESS) : handOver(urls);
@@ -174,7 +174,8 @@ int main(int argc, char **argv)
     const QCommandLineOption service(u"service"_s, u"Started by the session bus; opens nothing."_s);
     const QCommandLineOption stop(stopScripts, u"End all scripts that run."_s);
     parser.addOptions({help, version, service, stop});
-    parser.addPositionalArgument(u"url"_s, u"Addresses of the scheme \"orbita-toolkit-com\"."_s, u"[url...]"_s);
+    parser.addPositionalArgument(u"url"_s, u"Addresses of the scheme \"%1\"."_s.arg(toolkitNames.scheme),
+                                 u"[url...]"_s);
     parser.process(application);
     if (parser.isSet(help)) {
         std::fputs(qUtf8Printable(parser.helpText()), stdout);

@@ -1,5 +1,6 @@
 #include "platform/desktop/FreedesktopNotifications.h"
 
+#include "base/ProgramNames.h"
 #include "platform/Log.h"
 
 #include <QDBusConnection>
@@ -28,9 +29,9 @@ QDBusMessage notification(const QString &title, const QString &body)
 {
     constexpr quint32 replacesNone = 0;
     constexpr qint32 serversTimeout = -1;
-    const QVariantMap hints{{u"desktop-entry"_s, u"org.orbita.Orbita"_s}};
+    const QVariantMap hints{{u"desktop-entry"_s, orbitaNames.bus}};
     QDBusMessage request = callOf(u"Notify"_s);
-    request << u"Orbita"_s << replacesNone << u"org.orbita.Orbita"_s << title << body << QStringList() << hints
+    request << u"Orbita"_s << replacesNone << orbitaNames.bus << title << body << QStringList() << hints
             << serversTimeout;
     return request;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/GioWorkspace.h"
 
+#include "base/ProgramNames.h"
 #include "platform/DesktopFileId.h"
 #include "platform/Log.h"
 #include "platform/desktop/ApplicationEntry.h"
@@ -191,7 +192,7 @@ void GioWorkspace::startMonitoring()
         g_signal_connect_swapped(m_monitor, "changed", G_CALLBACK(changed), &m_changeTimer);
     }
     // GIO watches the applications folders only from a look-up until their next change.
-    const GObjectPointer<GDesktopAppInfo> any(g_desktop_app_info_new("org.orbita.Orbita.desktop"));
+    const GObjectPointer<GDesktopAppInfo> any(g_desktop_app_info_new(orbitaNames.desktopId().toUtf8().constData()));
 }
 
 void GioWorkspace::reportChange()

@@ -39,7 +39,8 @@ public:
     void start();
     /// Takes in an address that the program was asked to open, also before start().
     void handleUrl(const QString &url);
-    /// Has the companion end with the program, which may wait for that.
+    /// Has the companion end with the program, which may wait for that. Needs the program's name on the bus: the
+    /// companion ends for nobody else.
     void terminate();
 
     /// Answers with a digest under another salt when \a action asks for a script that is the user's own.

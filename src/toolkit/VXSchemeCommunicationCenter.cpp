@@ -83,7 +83,7 @@ bool VXSchemeCommunicationCenter::answer(const QString &responseId, const VXRemo
     return bool(handler);
 }
 
-bool VXSchemeCommunicationCenter::handleUrlString(const QString &url)
+bool VXSchemeCommunicationCenter::handleUrlString(const QString &url, MayAnswer mayAnswer)
 {
     if (m_urlSchemeForReceiving.isEmpty() || url.size() > maximumUrlLength || !url.startsWith(m_urlSchemeForReceiving))
         return false;
@@ -96,7 +96,7 @@ bool VXSchemeCommunicationCenter::handleUrlString(const QString &url)
     if (!action)
         return false;
     const auto responseId = action->valueForParameter(responseIdKey);
-    if (!responseId || !answer(*responseId, &*action))
+    if (mayAnswer == MayAnswer::No || !responseId || !answer(*responseId, &*action))
         tellObservers(*action);
     return true;
 }

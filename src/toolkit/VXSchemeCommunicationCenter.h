@@ -15,6 +15,10 @@ namespace Orbita {
 class Scheduler;
 class UrlHandler;
 
+/// Whether an address may hold the answer to a question: not where it is known to come from another program than the
+/// one that was asked.
+enum class MayAnswer { No, Yes };
+
 /// Exchanges actions with one other program, each packed into an address of the receiver's own scheme.
 class VXSchemeCommunicationCenter final : public QObject, public RemoteActionSender {
     Q_OBJECT
@@ -50,8 +54,9 @@ public:
     void sendAction(VXRemoteAction action, ResponseHandler handler);
 
     /// Takes in an address that this program was asked to open: an answer goes to its handler, another action to the
-    /// observers of its name. False when it is none of ours or makes no sense.
-    bool handleUrlString(const QString &url);
+    /// observers of its name. So does what looks like an answer and must not be one; its handler goes on waiting.
+    /// False when the address is none of ours or makes no sense.
+    bool handleUrlString(const QString &url, MayAnswer mayAnswer = MayAnswer::Yes);
 
 private:
     void awaitResponse(const QString &responseId, ResponseHandler handler);

@@ -114,6 +114,7 @@ TEST(Toolkit, endsWithAnOrbitaThatQuitsBeforeItHasCome)
     session.orbita(u"quit"_s);
     waitUntil([&] { return !isRunning(u"/orbita-desktop"_s); }, u"Orbita ends"_s);
     waitUntil([&] { return !isRunning(u"/orbita-toolkit"_s); }, u"the companion ends"_s);
+    EXPECT_FALSE(session.heard().contains(u"Refused"_s)) << qPrintable(session.heard());
 }
 
 TEST(Toolkit, runsAScriptFromTheRing)
@@ -177,12 +178,15 @@ TEST(Toolkit, stopsScriptsThatRunForEver)
     EXPECT_TRUE(session.desktop().bus().hasOwner(u"org.orbita.Toolkit"_s));
 }
 
-TEST(Toolkit, quitsAnApplicationFromItsEntry)
+TEST(Toolkit, quitsAnApplicationFromItsEntryAndForNobodyElse)
 {
     InstalledSession session;
     session.install(u"Notes"_s, u"Notes"_s);
     Program &notes = session.startWindow(u"Notes"_s);
     session.startBoth();
+    session.askToolkit(u"terminate"_s, {{u"processId"_s, QString::number(notes.pid())}});
+    session.waitForLog(u"Refused: to quit an application or to end"_s);
+    EXPECT_TRUE(notes.isRunning());
     session.show();
     session.quitFromRing(u"Notes"_s);
     EXPECT_EQ(notes.waitForExit(), 0) << "it was asked, not killed";

@@ -10,16 +10,13 @@ namespace Orbita {
 OrbitaPresence::OrbitaPresence(const QDBusConnection &bus, QObject *parent)
     : QObject(parent), m_watcher(orbitaNames.bus, bus, QDBusServiceWatcher::WatchForOwnerChange)
 {
-    connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { set(true); });
-    connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { set(false); });
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &owner) {
+                m_owner = owner;
+                Q_EMIT changed();
+            });
     if (bus.isConnected())
-        m_isRunning = bus.interface()->isServiceRegistered(m_watcher.watchedServices().constFirst());
-}
-
-void OrbitaPresence::set(bool isRunning)
-{
-    m_isRunning = isRunning;
-    Q_EMIT changed();
+        m_owner = bus.interface()->serviceOwner(orbitaNames.bus);
 }
 
 } // namespace Orbita

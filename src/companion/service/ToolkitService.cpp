@@ -2,7 +2,6 @@
 
 #include "companion/service/Log.h"
 #include "companion/service/ScriptRunner.h"
-#include "platform/Scheduler.h"
 #include "toolkit/Digest.h"
 #include "toolkit/VXSchemeCommunicationCenter.h"
 
@@ -24,13 +23,12 @@ void refuse(const char *why)
 
 } // namespace
 
-ToolkitService::ToolkitService(VXSchemeCommunicationCenter &center, Scheduler &scheduler, ScriptRunner &runner,
-                               Means means, QObject *parent)
-    : QObject(parent), m_center(center), m_scheduler(scheduler), m_runner(runner), m_means(std::move(means))
+ToolkitService::ToolkitService(VXSchemeCommunicationCenter &center, ScriptRunner &runner, Means means, QObject *parent)
+    : QObject(parent), m_center(center), m_runner(runner), m_means(std::move(means))
 {
     observe(QStringLiteral("executeApplescript"), &ToolkitService::executeApplescript);
     observe(QStringLiteral("terminate"), &ToolkitService::terminate);
-    observe(QStringLiteral("verifyApplescriptResult"), &ToolkitService::refuseGuess);
+    observe(QStringLiteral("verifyApplescriptResult"), &ToolkitService::refuseAnswer);
     const QString version = QStringLiteral("version");
     m_center.addObserver(
         this,
@@ -58,11 +56,12 @@ void ToolkitService::observe(const QString &name, Action action)
     m_center.addObserver(this, selector, name);
 }
 
-void ToolkitService::open(const QString &url)
+void ToolkitService::open(const QString &url, Sender sender)
 {
+    m_sender = sender;
     // The bare scheme, with which Orbita makes sure that the companion runs.
     m_isUnderstood = url == m_center.urlSchemeForReceiving() + u':';
-    if (!m_center.handleUrlString(url))
+    if (!m_center.handleUrlString(url, sender == Sender::Orbita ? MayAnswer::Yes : MayAnswer::No))
         refuse("an address that holds no action");
     else if (!m_isUnderstood)
         refuse("an unknown action");
@@ -83,8 +82,6 @@ const char *ToolkitService::obstacleFor(const std::optional<QString> &script) co
         return "no script in a request to run one";
     if (script->toUtf8().size() > maximumScriptSize)
         return "a script of more than 4 MiB";
-    if (m_isClosed)
-        return "a script, so soon after an answer that was not asked for";
     if (m_waitingScripts >= maximumWaitingScripts)
         return "a script, as too many wait for their verification";
     if (m_runner.runningCount() >= maximumRunningScripts)
@@ -97,12 +94,11 @@ void ToolkitService::ask(const QString &script)
     VXRemoteAction question(QStringLiteral("verifyApplescript"));
     question.setValueForParameter(scriptQuestion(script), QStringLiteral("hash"));
     ++m_waitingScripts;
-    m_center.sendAction(question, [self = QPointer(this), round = m_round, script](const VXRemoteAction *answer) {
+    m_center.sendAction(question, [self = QPointer(this), script](const VXRemoteAction *answer) {
         if (!self)
             return;
         self->m_isUnderstood = true;
-        if (self->m_round == round)
-            self->takeAnswer(script, answer);
+        self->takeAnswer(script, answer);
     });
 }
 
@@ -121,49 +117,25 @@ const char *ToolkitService::doubtAbout(const QString &script, const VXRemoteActi
 void ToolkitService::takeAnswer(const QString &script, const VXRemoteAction *answer)
 {
     --m_waitingScripts;
-    if (!answer)
-        expectLateAnswer(scriptAnswer(script));
     if (const char *why = doubtAbout(script, answer))
         refuse(why);
     else
         m_runner.run(script);
 }
 
-void ToolkitService::expectLateAnswer(const QString &result)
+void ToolkitService::refuseAnswer(const VXRemoteAction &)
 {
-    m_lateAnswers.append(result);
-    m_scheduler.after(lateAnswerPatience, *this, [this, result] { m_lateAnswers.removeOne(result); });
-}
-
-void ToolkitService::refuseGuess(const VXRemoteAction &answer)
-{
-    if (m_lateAnswers.removeOne(answer.valueForParameter(resultKey).value_or(QString())))
-        return refuse("an answer that came too late");
-    refuse("an answer that was not asked for, and with it the scripts that wait");
-    m_waitingScripts = 0;
-    m_isClosed = true;
-    m_scheduler.after(closedAfterGuess, *this, [this, round = ++m_round] {
-        if (m_round != round)
-            return;
-        m_isClosed = false;
-        if (std::exchange(m_endsOnceOpen, false))
-            Q_EMIT endRequested();
-    });
-}
-
-void ToolkitService::end()
-{
-    if (m_isClosed)
-        m_endsOnceOpen = true; // the companion that is started next would take scripts
-    else
-        Q_EMIT endRequested();
+    refuse(m_sender == Sender::Orbita ? "an answer that nobody waits for"
+                                      : "an answer that is not known to be Orbita's");
 }
 
 void ToolkitService::terminate(const VXRemoteAction &action)
 {
+    if (m_sender != Sender::Orbita)
+        return refuse("to quit an application or to end, as it is not known to be Orbita that asks");
     const auto processId = action.valueForParameter(QStringLiteral("processId"));
     if (!processId)
-        return end();
+        return Q_EMIT endRequested();
     bool isNumber = false;
     const qint64 process = processId->toLongLong(&isNumber);
     if (!isNumber)

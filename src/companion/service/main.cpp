@@ -29,6 +29,7 @@ namespace {
 
 using namespace Orbita;
 using namespace Qt::StringLiterals;
+using Sender = ToolkitService::Sender;
 
 const QString stopScripts = QStringLiteral("stop-scripts");
 
@@ -50,7 +51,7 @@ QString scriptProgram()
 
 /// What the companion is made of, in the order in which the parts need one another.
 struct Companion {
-    explicit Companion(DesktopApplication &desktop) : application(desktop) {}
+    Companion(DesktopApplication &desktop, OrbitaPresence &presence) : application(desktop), orbita(presence) {}
 
     void connectAll()
     {
@@ -70,28 +71,29 @@ struct Companion {
         lifetime.setOrbitaRunning(orbita.isRunning());
         QObject::connect(&application, &DesktopApplication::actionRequested, &runner, &ScriptRunner::stopAll);
         QObject::connect(&application, &DesktopApplication::opened, &service,
-                         [this](const QStringList &addresses) { open(addresses); });
+                         [this](const QStringList &addresses, const QString &sender) {
+                             open(addresses, orbita.isOrbitas(sender) ? Sender::Orbita : Sender::Anybody);
+                         });
     }
-    void open(const QStringList &addresses)
+    void open(const QStringList &addresses, Sender sender)
     {
         for (const QString &address : addresses)
-            service.open(address);
+            service.open(address, sender);
     }
 
     DesktopApplication &application;
+    OrbitaPresence &orbita;
     QDBusConnection bus = QDBusConnection::sessionBus();
     EndSignals signals;
     TimerScheduler scheduler;
-    OrbitaPresence orbita{bus};
     GioUrlHandler urls{bus, scheduler, std::make_unique<NoStartupNotifier>()};
     AnsweringUrlHandler answers{urls, [this] { return orbita.isRunning(); }};
     VXSchemeCommunicationCenter center{answers, scheduler};
     FreedesktopNotifications notifications;
     ProcessScriptRunner runner{scriptProgram(), notifications};
     QString itemsFile = Directories::standard().container + u"/menuItems.plist"_s;
-    ToolkitService service{center, scheduler, runner, {quitApplication, [this](const QString &script) {
-                                                           return isOwnScript(itemsFile, script);
-                                                       }}};
+    ToolkitService service{
+        center, runner, {quitApplication, [this](const QString &script) { return isOwnScript(itemsFile, script); }}};
     Lifetime lifetime{scheduler};
 };
 
@@ -135,19 +137,22 @@ std::optional<int> handOver(const QStringList &urls)
 /// Serves, or leaves \a urls to the instance that does. Nothing when that one has ended in between.
 std::optional<int> tryToServe(const QStringList &urls)
 {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    OrbitaPresence orbita(bus); // before the bus hands over what the companion was started for
     DesktopApplication application(toolkitNames.bus, {stopScripts});
-    switch (application.registerOn(QDBusConnection::sessionBus())) {
+    switch (application.registerOn(bus)) {
     case DesktopApplication::Registration::AlreadyRunning:
         return urls.isEmpty() ? std::optional(EXIT_SUCCESS) : handOver(urls);
     case DesktopApplication::Registration::NoBus:
-        qCWarning(lcCompanion, "There is no session bus: Orbita cannot be asked about scripts.");
+        qCWarning(lcCompanion,
+                  "There is no session bus: Orbita cannot be told from others, so its requests are refused.");
         break;
     case DesktopApplication::Registration::Registered:
         break;
     }
-    Companion companion(application);
+    Companion companion(application, orbita);
     companion.connectAll();
-    companion.open(urls);
+    companion.open(urls, Sender::Anybody);
     return QCoreApplication::exec();
 }
 

@@ -2,6 +2,8 @@
 
 #include "platform/desktop/DesktopApplicationAdaptor.h"
 
+#include <QDBusMessage>
+
 namespace Orbita {
 
 DesktopApplication::DesktopApplication(QString name, QStringList actions, QObject *parent)
@@ -24,6 +26,11 @@ QString DesktopApplication::objectPath(const QString &name)
 {
     QString path = u'/' + name;
     return path.replace(u'.', u'/').replace(u'-', u'_');
+}
+
+void DesktopApplication::open(const QStringList &urls)
+{
+    Q_EMIT opened(urls, calledFromDBus() ? message().service() : QString());
 }
 
 void DesktopApplication::activateAction(const QString &name)

@@ -34,13 +34,15 @@ public:
 Q_SIGNALS:
     /// The program is to come to the front, or was only started.
     void activated();
-    /// \a urls are to be opened, in this order. They are as the caller wrote them, valid or not.
-    void opened(const QStringList &urls);
+    /// \a urls are to be opened, in this order. They are as the caller wrote them, valid or not. \a sender is the
+    /// unique name of the caller's connection, which the bus vouches for.
+    void opened(const QStringList &urls, const QString &sender);
     /// One of the actions is to be carried out.
     void actionRequested(const QString &name);
 
 private:
     friend class DesktopApplicationAdaptor;
+    void open(const QStringList &urls);
     void activateAction(const QString &name);
 
     QString m_name;

@@ -19,7 +19,7 @@ public:
 
 public Q_SLOTS:
     void Activate(const QVariantMap &) { Q_EMIT m_application.activated(); }
-    void Open(const QStringList &urls, const QVariantMap &) { Q_EMIT m_application.opened(urls); }
+    void Open(const QStringList &urls, const QVariantMap &) { m_application.open(urls); }
     void ActivateAction(const QString &name, const QVariantList &, const QVariantMap &)
     {
         m_application.activateAction(name);

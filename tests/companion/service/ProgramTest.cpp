@@ -6,6 +6,7 @@
 #include "toolkit/EscapeCharacters.h"
 #include "toolkit/VXRemoteAction.h"
 
+#include <QDBusMessage>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -35,11 +36,23 @@ protected:
                          [this](const QStringList &urls) { got += urls; });
     }
 
-    void send(const VXRemoteAction &action) const
+    static QVariantList addressOf(const VXRemoteAction &action)
     {
         const QString url = program + u"-com:"_s + stringByAddingEscapeCharacters(action.jsonRepresentation());
+        return {QStringList{url}, QVariantMap()};
+    }
+    void send(const VXRemoteAction &action) const
+    {
         session.bus().call(toolkit, DesktopApplication::objectPath(toolkit), u"org.freedesktop.Application"_s,
-                           u"Open"_s, {QStringList{url}, QVariantMap()});
+                           u"Open"_s, addressOf(action));
+    }
+    /// Sends \a action without waiting for anything.
+    void sendInPassing(const VXRemoteAction &action) const
+    {
+        auto call = QDBusMessage::createMethodCall(toolkit, DesktopApplication::objectPath(toolkit),
+                                                   u"org.freedesktop.Application"_s, u"Open"_s);
+        call.setArguments(addressOf(action));
+        session.bus().connection().send(call);
     }
     void execute() const
     {
@@ -92,8 +105,27 @@ TEST_F(ToolkitProgram, hands_addresses_to_the_instance_that_runs_and_does_not_st
     service.waitForOutput(u"Refused: an address that holds no action"_s);
     execute();
     service.waitForOutput(u"Orbita does not run"_s);
-    send(VXRemoteAction(u"terminate"_s));
+}
+
+TEST_F(ToolkitProgram, ends_for_orbita_alone_and_also_when_that_was_its_last_word)
+{
+    const VXRemoteAction terminate(u"terminate"_s);
+    Program &service = session.start(program);
+    session.bus().waitForName(toolkit);
+    send(terminate);
+    service.waitForOutput(u"Refused: to quit an application or to end"_s);
+    Bus other(session.folders().busAddress());
+    ASSERT_EQ(orbita.registerOn(other.connection()), DesktopApplication::Registration::Registered);
+    send(terminate);
+    service.waitForOutput(u"Refused: to quit an application or to end"_s);
+
+    QDBusConnection(other.connection()).unregisterService(u"org.orbita.Orbita"_s);
+    ASSERT_EQ(orbita.registerOn(session.bus().connection()), DesktopApplication::Registration::Registered);
+    const qsizetype heard = service.lines().size();
+    sendInPassing(terminate);
+    QDBusConnection(session.bus().connection()).unregisterService(u"org.orbita.Orbita"_s);
     EXPECT_EQ(service.waitForExit(), 0);
+    EXPECT_EQ(service.lines().size(), heard) << "it was obeyed, not refused and only then left alone";
 }
 
 } // namespace

@@ -21,7 +21,7 @@ const char *obstacle(const QuitFacts &facts)
         return "The process %1 is this program itself or one that runs it.";
     if (facts.executableName.isEmpty())
         return "It cannot be told which program the process %1 runs.";
-    const bool isSessions = isSessionProgram(facts.executableName) || isSessionProgram(facts.processName);
+    const bool isSessions = isSessionProgram(facts.executableName, facts.processName);
     if (isSessions || facts.carriesSession || facts.windows == QuitFacts::Windows::OfDesktopOnly)
         return "The session needs the process %1.";
     if (facts.windows == QuitFacts::Windows::OutOfReach)

@@ -7,6 +7,7 @@
 #include "support/RowName.h"
 
 #include <csignal>
+#include <functional>
 #include <unistd.h>
 
 using namespace Orbita;
@@ -18,9 +19,19 @@ using Windows = QuitFacts::Windows;
 
 struct PlanRow {
     const char *name;
-    void (*change)(QuitFacts &);
+    std::function<void(QuitFacts &)> change;
     std::optional<QuitStep> step;
 };
+
+/// The row of a process that runs the file \a executable and calls itself \a process.
+PlanRow runs(const char *name, const QString &executable, const QString &process, std::optional<QuitStep> step)
+{
+    const auto change = [=](QuitFacts &facts) {
+        facts.executableName = executable;
+        facts.processName = process;
+    };
+    return {name, change, step};
+}
 
 class QuitPlan : public testing::TestWithParam<PlanRow> {};
 
@@ -52,10 +63,15 @@ INSTANTIATE_TEST_SUITE_P(
         PlanRow{"an ancestor", [](QuitFacts &f) { f.isAncestor = true; }, {}},
         PlanRow{"what the session stands on", [](QuitFacts &f) { f.carriesSession = true; }, {}},
         PlanRow{"a kernel thread", [](QuitFacts &f) { f.executableName.clear(); }, {}},
-        PlanRow{"a shell", [](QuitFacts &f) { f.executableName = u"plasmashell"_s; }, {}},
-        PlanRow{"a script by its cut name", [](QuitFacts &f) { f.processName = u"cinnamon-launch"_s; }, {}},
-        PlanRow{"the terminals of others", [](QuitFacts &f) { f.processName = u"tmux: server"_s; }, {}},
-        PlanRow{"not by a mere beginning", [](QuitFacts &f) { f.processName = u"cinn"_s; }, QuitStep::CloseWindows},
+        runs("a shell", u"plasmashell"_s, u"plasmashell"_s, {}),
+        runs("a locker that an interpreter runs by its cut name", u"python3.11"_s, u"cinnamon-screen"_s, {}),
+        runs("the terminals of others", u"tmux"_s, u"tmux: server"_s, {}),
+        runs("what locks the screen when idle", u"xss-lock"_s, u"xss-lock"_s, {}),
+        runs("a desktops agent for passwords", u"polkit-mate-authentication-agent-1"_s, u"polkit-mate-aut"_s, {}),
+        runs("what keeps keys", u"gpg-agent"_s, u"gpg-agent"_s, {}),
+        runs("not a lockers settings by their cut name", u"mate-screensaver-preferences"_s, u"mate-screensave"_s,
+             QuitStep::CloseWindows),
+        runs("not by a mere beginning", u"python3.11"_s, u"cinn"_s, QuitStep::CloseWindows),
         PlanRow{"a panel", [](QuitFacts &f) { f.windows = Windows::OfDesktopOnly; }, {}},
         PlanRow{"windows of another", [](QuitFacts &f) { f.windows = Windows::OfAnother; }, {}},
         PlanRow{"windows out of reach", [](QuitFacts &f) { f.windows = Windows::OutOfReach; }, {}}),

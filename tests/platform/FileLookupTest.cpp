@@ -55,8 +55,9 @@ protected:
                 desktop.scheduler, [this](const FileLook &look) { return desktop.workspace.icon(look.path); });
     }
 
+    [[nodiscard]] FileLookup &files() const { return *desktop.files; }
+
     LookupDesktop desktop;
-    FileLookup &files{*desktop.files};
 };
 
 TEST_P(FileLookupContract, TellsWhatIsThereAndWhatIsNot)
@@ -65,7 +66,7 @@ TEST_P(FileLookupContract, TellsWhatIsThereAndWhatIsNot)
     const QString folder = desktop.container.path(u"papers"_s);
     desktop.workspace.icons.insert(document, Image::named(u"Mail"_s));
     const QByteArray bookmark = bookmarkOf(document);
-    EXPECT_EQ(files.known(bookmark), (KnownFile{Presence::Unknown, document, bookmark, {}, false}));
+    EXPECT_EQ(files().known(bookmark), (KnownFile{Presence::Unknown, document, bookmark, {}, false}));
     EXPECT_EQ(desktop.look(bookmark),
               (KnownFile{Presence::Present, document, bookmark, Image::named(u"Mail"_s), false}));
     EXPECT_TRUE(desktop.look(bookmarkOf(folder)).isDirectory);
@@ -73,7 +74,7 @@ TEST_P(FileLookupContract, TellsWhatIsThereAndWhatIsNot)
     const QString renamed = desktop.container.path(u"papers/note.txt"_s);
     ASSERT_TRUE(QFile::rename(document, renamed));
     EXPECT_EQ(desktop.look(bookmark).path, renamed);
-    EXPECT_EQ(files.known(bookmark)->bookmark, bookmarkOf(renamed)) << "the stale one is to be replaced";
+    EXPECT_EQ(files().known(bookmark)->bookmark, bookmarkOf(renamed)) << "the stale one is to be replaced";
 
     ASSERT_TRUE(QFile::remove(renamed));
     const KnownFile missing = desktop.look(bookmark);
@@ -83,8 +84,8 @@ TEST_P(FileLookupContract, TellsWhatIsThereAndWhatIsNot)
     EXPECT_EQ(desktop.look(bookmark).presence, Presence::Unreachable);
     EXPECT_FALSE(desktop.look(bookmark).icon.isNull());
 
-    EXPECT_FALSE(files.known("rubbish"));
-    files.look("rubbish", [](const KnownFile &) { ADD_FAILURE() << "there is nothing to answer"; });
+    EXPECT_FALSE(files().known("rubbish"));
+    files().look("rubbish", [](const KnownFile &) { ADD_FAILURE() << "there is nothing to answer"; });
 }
 
 TEST_P(FileLookupContract, TellsOfChangesAlone)
@@ -92,7 +93,7 @@ TEST_P(FileLookupContract, TellsOfChangesAlone)
     const QString document = desktop.container.write(u"letter.txt"_s, "Dear reader");
     const QByteArray bookmark = bookmarkOf(document);
     int changes = 0;
-    QObject::connect(&files, &FileLookup::changed, &files, [&changes] { ++changes; });
+    QObject::connect(&files(), &FileLookup::changed, &files(), [&changes] { ++changes; });
     desktop.look(bookmark);
     EXPECT_TRUE(eventually([&changes] { return changes == 1; }));
     desktop.look(bookmark);

@@ -42,14 +42,17 @@ void installApplications(const QString &folder)
 void ask(benchmark::State &state, const QString &scheme)
 {
     TimerScheduler scheduler;
-    const GioUrlHandler handler(QDBusConnection(QStringLiteral("none")), scheduler,
-                                std::make_unique<NoStartupNotifier>());
+    const GioUrlHandler handler(QDBusConnection::sessionBus(), scheduler, std::make_unique<NoStartupNotifier>(),
+                                {{QStringLiteral("app9"), QStringLiteral("x-own")},
+                                 {QStringLiteral("org.example.Nobody"), QStringLiteral("x-nobody")}});
     for (auto _ : state)
         benchmark::DoNotOptimize(handler.isSchemeHandled(scheme));
 }
 
 BENCHMARK_CAPTURE(ask, registered, QStringLiteral("x-bench"))->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(ask, unknown, QStringLiteral("x-unknown"))->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(ask, ownWithAnEntry, QStringLiteral("x-own"))->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(ask, ownThatIsNotThere, QStringLiteral("x-nobody"))->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -125,7 +125,7 @@ struct Program {
     std::optional<TouchpadTrust> touchpadTrust;
     TimerScheduler scheduler;
     BackgroundFileLookup files{scheduler, [this](const FileLook &look) { return desktop.workspace.iconOf(look); }};
-    GioUrlHandler urls{QDBusConnection::sessionBus(), scheduler, std::make_unique<NoStartupNotifier>()};
+    GioUrlHandler urls{QDBusConnection::sessionBus(), scheduler, std::make_unique<NoStartupNotifier>(), {toolkitNames}};
     VXSchemeCommunicationCenter toolkit{urls, scheduler};
     ImageCache imageCache;
     ImageStore imageStore{directories.container};

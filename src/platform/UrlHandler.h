@@ -9,9 +9,9 @@ class UrlHandler {
 public:
     virtual ~UrlHandler() = default;
 
-    /// Whether an installed program opens addresses of \a scheme. Asks the desktop each time; cheap.
+    /// Whether a program can be found that opens addresses of \a scheme. Up to date, and cheap.
     [[nodiscard]] virtual bool isSchemeHandled(const QString &scheme) const = 0;
-    /// Has the program that is registered for the scheme of \a url open it, starting that program where needed.
+    /// Has the program that opens addresses of the scheme of \a url do so, starting that program where needed.
     ///
     /// \a url is passed on as it stands, up to some MiB. Does not wait, and delivery is not confirmed; a failure is
     /// logged.

@@ -71,14 +71,31 @@ public:
         open(u"orbita-toolkit-com:"_s + stringByAddingEscapeCharacters(action.jsonRepresentation()));
     }
     void execute(const QString &script) { askToolkit(u"executeApplescript"_s, {{u"script"_s, script}}); }
-    void open(const QString &url)
+    void open(const QString &url, const QProcessEnvironment &environment = {})
     {
-        EXPECT_EQ(desktop().start(u"gio"_s, {u"open"_s, url}).waitForExit(), 0) << qPrintable(url.left(80));
+        EXPECT_EQ(desktop().start(u"gio"_s, {u"open"_s, url}, environment).waitForExit(), 0)
+            << qPrintable(url.left(80));
+    }
+    /// Installs, in a folder before all others, a program that claims the companion's addresses and writes those that
+    /// it is handed into the file "taken" in the user's home. Returns what programs have to see to find it.
+    QProcessEnvironment installStranger()
+    {
+        const SessionFolders &folders = desktop().folders();
+        const QString program = folders.write(u"stranger.sh"_s, "echo \"$1\" >>\"$HOME/taken\"\n");
+        folders.write(u"before/applications/stranger.desktop"_s,
+                      "[Desktop Entry]\nType=Application\nName=Stranger\nExec=sh " + program.toUtf8()
+                          + " %u\nMimeType=x-scheme-handler/orbita-toolkit-com;\n");
+        folders.write(u"before/applications/mimeinfo.cache"_s,
+                      "[MIME Cache]\nx-scheme-handler/orbita-toolkit-com=stranger.desktop;\n");
+        const QString variable = u"XDG_DATA_DIRS"_s;
+        QProcessEnvironment environment;
+        environment.insert(variable, path(u"before"_s) + u':' + desktop().environment().value(variable));
+        return environment;
     }
     /// Starts Orbita, and returns when it and its companion have found each other.
-    void startBoth()
+    void startBoth(const QProcessEnvironment &environment = {})
     {
-        desktop().start(u"orbita"_s);
+        desktop().start(u"orbita"_s, {}, environment);
         desktop().bus().waitForName(u"org.orbita.Orbita"_s);
         desktop().bus().waitForName(u"org.orbita.Toolkit"_s);
     }
@@ -158,6 +175,27 @@ TEST(Toolkit, runsOnlyWhatIsAmongTheUsersEntries)
     EXPECT_FALSE(session.hasFile(u"altered"_s));
     EXPECT_FALSE(session.hasFile(u"deep"_s)) << "it lies two levels deep";
     EXPECT_TRUE(session.heard().contains(u"Refused: an unknown action"_s)) << qPrintable(session.heard());
+}
+
+TEST(Toolkit, getsItsMessagesAlthoughAnotherProgramClaimsThem)
+{
+    InstalledSession session;
+    ASSERT_TRUE(PropertyList::write(session.itemFile(), QVariantList{scriptEntry(u"Own"_s, session.leaves(u"own"_s))},
+                                    PropertyList::Format::Xml));
+    const QProcessEnvironment environment = session.installStranger();
+    session.startBoth(environment);
+    session.show();
+    session.clickItem(u"Own"_s);
+    session.waitForFile(u"own"_s);
+    session.orbita(u"quit"_s);
+    waitUntil([&] { return !session.desktop().bus().hasOwner(u"org.orbita.Toolkit"_s); }, u"the companion ends"_s);
+    const auto taken = [&session] {
+        QFile file(session.path(u"taken"_s));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    session.open(u"orbita-toolkit-com:others"_s, environment);
+    waitUntil([&] { return !taken().isEmpty(); }, u"the desktop prefers the stranger"_s);
+    EXPECT_EQ(taken(), "orbita-toolkit-com:others\n");
 }
 
 TEST(Toolkit, stopsScriptsThatRunForEver)

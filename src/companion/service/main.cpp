@@ -86,7 +86,7 @@ struct Companion {
     QDBusConnection bus = QDBusConnection::sessionBus();
     EndSignals signals;
     TimerScheduler scheduler;
-    GioUrlHandler urls{bus, scheduler, std::make_unique<NoStartupNotifier>()};
+    GioUrlHandler urls{bus, scheduler, std::make_unique<NoStartupNotifier>(), {orbitaNames}};
     AnsweringUrlHandler answers{urls, [this] { return orbita.isRunning(); }};
     VXSchemeCommunicationCenter center{answers, scheduler};
     FreedesktopNotifications notifications;

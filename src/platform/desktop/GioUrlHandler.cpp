@@ -42,10 +42,31 @@ bool launchProgram(GDesktopAppInfo *application, const QStringList &urls, Startu
     return program && launch(program.get(), urls, notifier);
 }
 
+const QString entrySuffix = QStringLiteral(".desktop");
+
+QStringList busNames(const QList<ProgramNames> &programs)
+{
+    QStringList names;
+    for (const ProgramNames &program : programs)
+        names.append(program.bus);
+    return names;
+}
+
 } // namespace
 
-GioUrlHandler::GioUrlHandler(QDBusConnection bus, Scheduler &scheduler, std::unique_ptr<StartupNotifier> notifier)
-    : m_bus(std::move(bus)), m_scheduler(scheduler), m_notifier(std::move(notifier))
+/// Who opens the addresses of a scheme.
+struct GioUrlHandler::Recipient {
+    QString busName;                        ///< Empty where it is not called over the bus.
+    std::shared_ptr<GDesktopAppInfo> entry; ///< Null where the bus alone knows it.
+};
+
+GioUrlHandler::GioUrlHandler(QDBusConnection bus, Scheduler &scheduler, std::unique_ptr<StartupNotifier> notifier,
+                             QList<ProgramNames> ownPrograms)
+    : m_bus(std::move(bus)),
+      m_scheduler(scheduler),
+      m_notifier(std::move(notifier)),
+      m_ownPrograms(std::move(ownPrograms)),
+      m_callableNames(m_bus, busNames(m_ownPrograms))
 {
     Q_ASSERT(m_notifier);
 }
@@ -54,47 +75,73 @@ GioUrlHandler::~GioUrlHandler() = default;
 
 bool GioUrlHandler::isSchemeHandled(const QString &scheme) const
 {
-    return schemeHandler(scheme) != nullptr;
+    return recipientOf(scheme).has_value();
+}
+
+const ProgramNames *GioUrlHandler::ownProgram(const QString &scheme) const
+{
+    const auto found = std::ranges::find(m_ownPrograms, scheme, &ProgramNames::scheme);
+    return found != m_ownPrograms.end() ? &*found : nullptr;
+}
+
+std::optional<GioUrlHandler::Recipient> GioUrlHandler::recipientOf(const QString &scheme) const
+{
+    if (const ProgramNames *own = ownProgram(scheme)) {
+        GObjectPointer<GDesktopAppInfo> entry(g_desktop_app_info_new(own->desktopId().toUtf8().constData()));
+        if (entry || m_callableNames.contains(own->bus))
+            return Recipient{own->bus, std::move(entry)};
+    }
+    auto entry = schemeHandler(scheme);
+    if (!entry)
+        return std::nullopt;
+    QString busName;
+    if (g_desktop_app_info_get_boolean(entry.get(), G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
+        const QString id = QFile::decodeName(g_app_info_get_id(G_APP_INFO(entry.get())));
+        Q_ASSERT(id.endsWith(entrySuffix));
+        busName = id.chopped(entrySuffix.size());
+    }
+    return Recipient{busName, std::move(entry)};
 }
 
 void GioUrlHandler::openUrl(const QString &url)
 {
-    std::shared_ptr<GDesktopAppInfo> application = schemeHandler(schemeOf(url));
-    if (!application) {
+    const auto recipient = recipientOf(schemeOf(url));
+    if (!recipient) {
         qCWarning(lcPlatform) << "No program is registered for addresses of the scheme" << schemeOf(url).left(40);
-        return;
+    } else if (!recipient->busName.isEmpty() && m_bus.isConnected()) {
+        const auto start
+            = [this, entry = recipient->entry] { return entry && launchProgram(entry.get(), {}, *m_notifier); };
+        client(recipient->busName).open(url, m_notifier->token(), start);
+    } else {
+        openByCommand(url, *recipient);
     }
-    const bool isActivatable
-        = g_desktop_app_info_get_boolean(application.get(), G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE);
-    if (isActivatable && m_bus.isConnected()) {
-        const auto start = [this, application] { return launchProgram(application.get(), {}, *m_notifier); };
-        client(QFile::decodeName(g_app_info_get_id(G_APP_INFO(application.get()))))
-            .open(url, m_notifier->token(), start);
-        return;
-    }
-    if (const qsizetype size = url.toUtf8().size(); size > maximumArgument) {
-        qCWarning(lcPlatform) << "An address of" << size << "bytes is too long for the command line of"
-                              << g_app_info_get_name(G_APP_INFO(application.get()));
-        return;
-    }
-    launchProgram(application.get(), {url}, *m_notifier);
+}
+
+void GioUrlHandler::openByCommand(const QString &url, const Recipient &recipient)
+{
+    const char *name = g_app_info_get_name(G_APP_INFO(recipient.entry.get()));
+    const QString scheme = schemeOf(url);
+    const qsizetype size = url.toUtf8().size();
+    if (ownProgram(scheme) && url != scheme + u':')
+        qCWarning(lcPlatform) << "A message is not sent to" << name
+                              << "because only its command line could carry it, which every process can read.";
+    else if (size > maximumArgument)
+        qCWarning(lcPlatform) << "An address of" << size << "bytes is too long for the command line of" << name;
+    else
+        launchProgram(recipient.entry.get(), {url}, *m_notifier);
 }
 
 void GioUrlHandler::flush()
 {
-    for (const auto &[desktopId, client] : m_clients)
+    for (const auto &[name, client] : m_clients)
         client->flush();
 }
 
-ApplicationClient &GioUrlHandler::client(const QString &desktopId)
+ApplicationClient &GioUrlHandler::client(const QString &busName)
 {
-    auto &client = m_clients[desktopId];
-    if (!client) {
-        const QLatin1String suffix(".desktop");
-        Q_ASSERT(desktopId.endsWith(suffix));
-        const QString name = desktopId.chopped(suffix.size());
-        client = std::make_unique<ApplicationClient>(m_bus, name, m_scheduler);
-    }
+    auto &client = m_clients[busName];
+    if (!client)
+        client = std::make_unique<ApplicationClient>(m_bus, busName, m_scheduler);
     return *client;
 }
 

@@ -1,5 +1,6 @@
 #include "PrivateSession.h"
 
+#include "platform/desktop/DefaultApplications.h"
 #include "platform/desktop/DesktopApplication.h"
 #include "platform/desktop/GioUrlHandler.h"
 #include "platform/desktop/StartupNotifier.h"
@@ -22,6 +23,8 @@ using namespace Qt::StringLiterals;
 const QStringList addresses{u"x-test:"_s, u"x-test:%7B%22a%22%3A%20%2B1%7d"_s, u"x-test:/../a//b?c=\"'$(d) e#%zz ä"_s,
                             u"x-test:"_s + QString(1024 * 1024, u'a')};
 
+const QByteArray failingService = "[D-BUS Service]\nName=org.example.Url-Test\nExec=/bin/false\n";
+
 /// A program that takes addresses on the bus while this object lives.
 struct Recipient {
     Recipient()
@@ -39,10 +42,42 @@ struct Recipient {
 
 class UrlHandlerTest : public testing::Test {
 protected:
+    /// GIO takes note of what is installed on a thread of its own.
+    static void waitUntilHandled(const QString &scheme)
+    {
+        EXPECT_TRUE(eventually([&] { return schemeHandler(scheme) != nullptr; })) << qPrintable(scheme);
+    }
     void install(const QByteArray &more)
     {
         PrivateSession::install("org.example.Url-Test", probe.desktopFile("\"%p\" %u", more));
         PrivateSession::associate("x-scheme-handler/x-test", "org.example.Url-Test");
+        waitUntilHandled(u"x-test"_s);
+    }
+    /// Has another program than the own one registered for the own scheme.
+    static void claimOwnScheme(const Probe &stranger)
+    {
+        PrivateSession::install("org.example.Stranger", stranger.desktopFile("\"%p\" %u"));
+        PrivateSession::associate("x-scheme-handler/x-own", "org.example.Stranger");
+        waitUntilHandled(u"x-own"_s);
+    }
+    /// Whether the own program comes, or goes.
+    bool becomesReachable(bool is) const
+    {
+        return eventually([&] { return handler.isSchemeHandled(u"x-own"_s) == is; });
+    }
+    static void removeEntry()
+    {
+        QFile::remove(PrivateSession::path(".local/share/applications/org.example.Url-Test.desktop"));
+    }
+    /// Gives the bus \a service as what it can start; none where that is empty.
+    static void setService(const QByteArray &service)
+    {
+        const QString file = PrivateSession::write(".local/share/dbus-1/services/a.service", service);
+        if (service.isEmpty())
+            QFile::remove(file);
+        const auto daemon = u"org.freedesktop.DBus"_s;
+        QDBusConnection::sessionBus().call(
+            QDBusMessage::createMethodCall(daemon, u"/org/freedesktop/DBus"_s, daemon, u"ReloadConfig"_s));
     }
     static void openAll(UrlHandler &tested)
     {
@@ -55,8 +90,9 @@ protected:
         PrivateSession::clear();
         return Probe("url program");
     }();
-    GioUrlHandler handler{QDBusConnection::sessionBus(), scheduler, std::make_unique<NoStartupNotifier>()};
-    GioUrlHandler busless{QDBusConnection(u"none"_s), scheduler, std::make_unique<NoStartupNotifier>()};
+    const QList<ProgramNames> ownPrograms{{u"org.example.Url-Test"_s, u"x-own"_s}};
+    GioUrlHandler handler{QDBusConnection::sessionBus(), scheduler, std::make_unique<NoStartupNotifier>(), ownPrograms};
+    GioUrlHandler busless{QDBusConnection(u"none"_s), scheduler, std::make_unique<NoStartupNotifier>(), ownPrograms};
 };
 
 TEST_F(UrlHandlerTest, AddressesOfARegisteredSchemeArriveVerbatimAndInOrder)
@@ -128,11 +164,7 @@ TEST_F(UrlHandlerTest, AProgramThatDoesNotComeLosesItsAddressesAndIsStartedAnewF
     static_cast<void>(probe.waitForStart());
     scheduler.advance(std::chrono::seconds(31));
     // Now the bus has a command for it that fails.
-    PrivateSession::write(".local/share/dbus-1/services/a.service",
-                          "[D-BUS Service]\nName=org.example.Url-Test\nExec=/bin/false\n");
-    const auto daemon = u"org.freedesktop.DBus"_s;
-    QDBusConnection::sessionBus().call(
-        QDBusMessage::createMethodCall(daemon, u"/org/freedesktop/DBus"_s, daemon, u"ReloadConfig"_s));
+    setService(failingService);
     handler.openUrl(u"x-test:next"_s);
     static_cast<void>(probe.waitForStart());
     const Recipient recipient;
@@ -156,6 +188,59 @@ TEST_F(UrlHandlerTest, TheCommandLineCarriesWhatTheBusCannot)
         EXPECT_FALSE(probe.wasStarted());
     }
     EXPECT_TRUE(unasked.opened.isEmpty());
+}
+
+TEST_F(UrlHandlerTest, AnOwnProgramIsReachedByItsNamesWhoeverClaimsItsScheme)
+{
+    const Probe stranger("stranger");
+    install("");
+    claimOwnScheme(stranger);
+    handler.openUrl(u"x-own:1"_s);
+    EXPECT_EQ(probe.waitForStart()["argument"], QStringList()) << "the bus carries what it is to open";
+    const Recipient recipient;
+    EXPECT_TRUE(eventually([&] { return recipient.opened.size() == 1; }));
+    removeEntry();
+    handler.openUrl(u"x-own:2"_s);
+    EXPECT_TRUE(eventually([&] { return recipient.opened.size() == 2; }));
+    EXPECT_EQ(recipient.opened, (QStringList{u"x-own:1"_s, u"x-own:2"_s}));
+    EXPECT_FALSE(stranger.wasStarted());
+}
+
+TEST_F(UrlHandlerTest, AnOwnProgramWithoutAnEntryIsThereWhileTheBusKnowsIt)
+{
+    setService({});
+    EXPECT_TRUE(becomesReachable(false));
+    {
+        const Recipient recipient;
+        EXPECT_TRUE(becomesReachable(true));
+    }
+    EXPECT_TRUE(becomesReachable(false));
+    setService(failingService);
+    EXPECT_TRUE(becomesReachable(true));
+    EXPECT_FALSE(busless.isSchemeHandled(u"x-own"_s));
+    setService({});
+    EXPECT_TRUE(becomesReachable(false));
+}
+
+TEST_F(UrlHandlerTest, OnlyTheBareAddressOfAnOwnSchemeGoesOnACommandLine)
+{
+    const auto expectBareAlone = [this](UrlHandler &tested) {
+        testing::internal::CaptureStderr();
+        tested.openUrl(u"x-own:secret"_s);
+        const std::string log = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(std::ranges::count(log, '\n'), 1) << log;
+        EXPECT_EQ(log.find("secret"), std::string::npos) << log;
+        tested.openUrl(u"x-own:"_s);
+        EXPECT_EQ(probe.waitForStart()["argument"], QStringList(u"x-own:"_s));
+    };
+    setService({});
+    EXPECT_TRUE(becomesReachable(false));
+    install("DBusActivatable=true");
+    EXPECT_TRUE(becomesReachable(true));
+    expectBareAlone(busless);
+    removeEntry();
+    claimOwnScheme(probe);
+    expectBareAlone(handler);
 }
 
 } // namespace

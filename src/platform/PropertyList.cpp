@@ -5,30 +5,23 @@
 #include "platform/propertylist/BinaryPropertyList.h"
 #include "platform/propertylist/XmlPropertyList.h"
 
-#include <QFile>
-
 #include <algorithm>
-#include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace Orbita::PropertyList {
 
 namespace {
 
-/// Opens the regular file at \a path without waiting, as a named pipe would make us, and checks its size.
-Result<int, ReadError> openForReading(const QString &path)
+ReadError readError(FileError error)
 {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0)
-        return Failure(errno == ENOENT || errno == ENOTDIR ? ReadError::Missing : ReadError::Unreadable);
-    struct stat status = {};
-    const bool isFile = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-    if (isFile && status.st_size <= maximumSize)
-        return descriptor;
-    ::close(descriptor);
-    return Failure(isFile ? ReadError::TooLarge : ReadError::Unreadable);
+    switch (error) {
+    case FileError::Missing:
+        return ReadError::Missing;
+    case FileError::TooLarge:
+        return ReadError::TooLarge;
+    case FileError::Unreadable:
+        break;
+    }
+    return ReadError::Unreadable;
 }
 
 /// Adds up what a reader would count.
@@ -117,16 +110,10 @@ std::optional<QVariant> normalized(const QVariant &value)
 
 Result<QVariant, ReadError> read(const QString &path)
 {
-    const auto descriptor = openForReading(path);
-    if (!descriptor)
-        return Failure(descriptor.error());
-    QFile file;
-    if (!file.open(*descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
-        return Failure(ReadError::Unreadable);
-    const QByteArray bytes = readAtMost(file, maximumSize + 1); // it may have grown since its size was asked
-    if (file.error() != QFileDevice::NoError)
-        return Failure(ReadError::Unreadable);
-    return decode(bytes);
+    const auto bytes = readRegularFile(path, maximumSize);
+    if (!bytes)
+        return Failure(readError(bytes.error()));
+    return decode(*bytes);
 }
 
 Result<void, WriteError> write(const QString &path, const QVariant &root, Format format)

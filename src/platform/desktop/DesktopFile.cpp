@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
@@ -49,12 +48,11 @@ bool DesktopFile::isReadable(const QString &path)
 
 std::optional<DesktopFile> DesktopFile::read(const QString &path)
 {
-    QFile file(path);
-    if (!isReadable(path) || !file.open(QIODevice::ReadOnly))
+    const auto content = readRegularFile(path, maximumSize);
+    if (!content)
         return std::nullopt;
-    const QByteArray content = readAtMost(file, maximumSize);
     GlibPointer<GKeyFile> keyFile(g_key_file_new());
-    if (!g_key_file_load_from_data(keyFile.get(), content.constData(), gsize(content.size()),
+    if (!g_key_file_load_from_data(keyFile.get(), content->constData(), gsize(content->size()),
                                    G_KEY_FILE_KEEP_TRANSLATIONS, nullptr)
         || !g_key_file_has_group(keyFile.get(), G_KEY_FILE_DESKTOP_GROUP))
         return std::nullopt;

@@ -7,7 +7,6 @@
 #include "platform/desktop/shortcuts/KdeShortcuts.h"
 #include "platform/desktop/shortcuts/XfceShortcuts.h"
 
-#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <utility>
@@ -25,10 +24,8 @@ QList<QByteArray> configurationFiles(const QString &name)
     constexpr qint64 maximumSize = 1024 * 1024; // bytes; such files have some kilobytes
     QList<QByteArray> contents;
     for (const QString &path : QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, name)) {
-        const QFileInfo info(path);
-        QFile file(path);
-        if (info.isFile() && info.size() <= maximumSize && file.open(QIODevice::ReadOnly))
-            contents.append(readAtMost(file, maximumSize));
+        if (const auto content = readRegularFile(path, maximumSize))
+            contents.append(*content);
     }
     return contents;
 }

@@ -1,5 +1,7 @@
 #include "platform/propertylist/XmlPropertyList.h"
 
+#include "platform/XmlMarkup.h"
+
 #include <QDateTime>
 #include <QXmlStreamReader>
 
@@ -11,34 +13,8 @@ namespace {
 
 const QString uidKey = QStringLiteral("CF$UID");
 
-/// Whether \a text has only what a property list needs: tags with a few attributes, and no declarations that make
-/// entities or attributes. Qt's reader takes quadratic time over attributes.
-bool isPlain(QStringView text)
-{
-    constexpr int maximumAttributes = 16;
-    qsizetype end = 0;
-    for (qsizetype start = text.indexOf(u'<'); start >= 0; start = text.indexOf(u'<', end)) {
-        const QStringView markup = text.sliced(end = start + 1);
-        if (markup.startsWith(QLatin1String("!ENTITY")) || markup.startsWith(QLatin1String("!ATTLIST")))
-            return false;
-        if (markup.startsWith(u'!') || markup.startsWith(u'?'))
-            continue;
-        QChar quote;
-        // A tag ends at a '>' outside quotes, and cannot hold a '<' even inside them.
-        for (int attributes = 0; end < text.size() && text[end] != u'<'; ++end) {
-            const QChar c = text[end];
-            if (!quote.isNull())
-                quote = c == quote ? QChar() : quote;
-            else if (c == u'>')
-                break;
-            else if (c == u'"' || c == u'\'')
-                quote = c;
-            else if (c == u'=' && ++attributes > maximumAttributes)
-                return false;
-        }
-    }
-    return true;
-}
+/// All that a property list needs; the reader takes quadratic time over more.
+constexpr XmlMarkupLimits markupLimits{16, 0};
 
 /// Reads one document. Functions that return a value leave the reader at the end of the value's element; after
 /// fail() their value means nothing.
@@ -215,10 +191,9 @@ private:
 
 Result<QVariant, ReadError> decodeXml(const QByteArray &bytes)
 {
-    const QString text = QString::fromUtf8(bytes);
-    if (!isPlain(text))
+    if (!isWithinLimits(bytes, markupLimits))
         return Failure(ReadError::Malformed);
-    return XmlReader(text).read();
+    return XmlReader(QString::fromUtf8(bytes)).read();
 }
 
 } // namespace Orbita::PropertyList

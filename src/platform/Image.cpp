@@ -1,20 +1,17 @@
 #include "platform/Image.h"
 
-#include "platform/SvgContent.h"
+#include "platform/BoundedRead.h"
+#include "platform/PictureContent.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QImageReader>
-#include <QPainter>
-#include <QSet>
-#include <QSvgRenderer>
+#include <QHash>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
 #include <tuple>
-#include <mutex>
 
 // Resources in a static library are only found after this, which must not stand in a namespace.
 static void initializeResources()
@@ -27,98 +24,16 @@ namespace Orbita {
 namespace {
 
 constexpr qint64 maximumFileSize = 32 * 1024 * 1024; // bytes
-constexpr int maximumSide = 8192;                    // pixels
-
-bool isLarge(QSize pixels)
-{
-    return qint64(pixels.width()) * pixels.height() > 4096 * 4096;
-}
-
-bool isWithinLimits(QSize pixels)
-{
-    return pixels.width() <= maximumSide && pixels.height() <= maximumSide;
-}
-
-/// What is drawn by ourselves and by no other program: an image plug-in may start one for a format such as EPS.
-bool isKnownFormat(const QByteArray &format)
-{
-    static const QSet<QByteArray> known{"png", "jpg", "jpeg", "gif", "bmp", "ico",  "icns", "tif",  "tiff", "webp",
-                                        "xpm", "xbm", "ppm",  "pgm", "pbm", "avif", "heic", "heif", "jxl",  "jp2"};
-    return known.contains(format);
-}
-
-QImage renderSvg(const QString &path, QSize devicePixels)
-{
-    const QByteArray document = readSvg(path);
-    QSvgRenderer renderer;
-    if (document.isEmpty() || !renderer.load(document))
-        return {};
-    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-    QSize natural = renderer.defaultSize();
-    if (natural.isEmpty())
-        natural = devicePixels;
-    QImage canvas(natural.scaled(devicePixels, Qt::KeepAspectRatio).expandedTo({1, 1}),
-                  QImage::Format_ARGB32_Premultiplied);
-    if (canvas.isNull())
-        return {};
-    canvas.fill(Qt::transparent);
-    QPainter painter(&canvas);
-    renderer.render(&painter, QRectF(QPointF(), canvas.size()));
-    return canvas;
-}
-
-QImage scaledToFit(const QImage &pixels, QSize devicePixels)
-{
-    if (pixels.width() <= devicePixels.width() && pixels.height() <= devicePixels.height())
-        return pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    const QSize fitted = pixels.size().scaled(devicePixels, Qt::KeepAspectRatio).expandedTo({1, 1});
-    // Colours of transparent pixels must not bleed into the edges, so alpha is multiplied in before scaling.
-    return pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied)
-        .scaled(fitted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
-
-/// Lets the decoder shrink while it reads where it can, so that a photo does not need its full size in memory.
-void shrinkWhileReading(QImageReader &reader, QSize natural, QSize devicePixels)
-{
-    if (reader.format() != "jpeg" && reader.format() != "jpg")
-        return;
-    const bool isTurned = reader.transformation() & QImageIOHandler::TransformationRotate90;
-    const QSize bounds = isTurned ? devicePixels.transposed() : devicePixels;
-    if (natural.width() > bounds.width() || natural.height() > bounds.height())
-        reader.setScaledSize(natural.scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1}));
-}
-
-QImage renderBitmap(QImageReader &reader, QSize devicePixels)
-{
-    reader.setAutoTransform(true);
-    const QSize natural = reader.size();
-    if (!isWithinLimits(natural))
-        return {};
-    // A picture at the limit needs half a gigabyte for a moment; several at once on a thread pool would be too much.
-    static std::mutex oneLargePicture;
-    std::unique_lock lock(oneLargePicture, std::defer_lock);
-    if (!natural.isValid() || isLarge(natural))
-        lock.lock();
-    shrinkWhileReading(reader, natural, devicePixels);
-    const QImage pixels = reader.read();
-    return pixels.isNull() || !isWithinLimits(pixels.size()) ? QImage() : scaledToFit(pixels, devicePixels);
-}
 
 QImage renderFile(const QString &path, QSize devicePixels)
 {
-    // Opening a pipe or a device would wait for ever.
-    const QFileInfo info(path);
-    if (!info.isFile() || info.size() > maximumFileSize)
+    const auto content = readRegularFile(path, maximumFileSize);
+    if (!content)
         return {};
-    const QString suffix = info.suffix().toLower();
-    if (suffix == QLatin1String("svg") || suffix == QLatin1String("svgz"))
-        return renderSvg(path, devicePixels);
-    QImageReader reader(path);
-    reader.setDecideFormatFromContent(true); // the name of a ".DirIcon" says nothing, others may lie
-    const QByteArray format = reader.format();
-    if (format.startsWith("svg"))
-        return renderSvg(path, devicePixels);
-    return isKnownFormat(format) ? renderBitmap(reader, devicePixels) : QImage();
+    // A drawing may begin with anything that XML allows, so its name counts as well.
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    const bool isNamedSvg = suffix == QLatin1String("svg") || suffix == QLatin1String("svgz");
+    return isNamedSvg || isSvg(*content) ? renderSvg(*content, devicePixels) : renderBitmap(*content, devicePixels);
 }
 
 class FileSource final : public ImageSource {

@@ -2,14 +2,13 @@
 
 #include "platform/SvgContent.h"
 
-#include "platform/BoundedRead.h"
+#include "platform/XmlMarkup.h"
+#include "platform/svg/EmbeddedBitmap.h"
+#include "platform/svg/SvgGraph.h"
 
-#include <QFile>
-#include <QHash>
 #include <QXmlStreamReader>
 
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 namespace Orbita {
@@ -17,8 +16,11 @@ namespace Orbita {
 namespace {
 
 constexpr qsizetype maximumSize = 8 * 1024 * 1024; // bytes, unpacked
-constexpr int maximumDepth = 200;
-constexpr qint64 maximumElements = 200'000;
+constexpr XmlMarkupLimits markupLimits{100, 100};
+constexpr qsizetype maximumReferences = 1000; // to entities, where a document declares some
+constexpr qint64 maximumPixels = 32 * 1024 * 1024;
+constexpr qint64 maximumMatches = 1'000'000; // of selectors with elements
+constexpr qsizetype unitsPerCost = 64;       // of a path, for instance
 
 bool isCompressed(const QByteArray &content)
 {
@@ -41,107 +43,149 @@ QByteArray unpacked(const QByteArray &content)
     return isRead && result.size() <= maximumSize ? result : QByteArray();
 }
 
-/// The elements of a document as a graph: what drawing one draws in turn.
-class SvgGraph {
+/// Reads a document as the renderer does, and finds out whether it may.
+class SvgCheck {
 public:
-    /// False when \a document is malformed, too large, too deep or refers to other files.
-    bool read(const QByteArray &document)
+    explicit SvgCheck(const QByteArray &document) : m_document(document), m_xml(document)
     {
-        QXmlStreamReader xml(document);
-        std::vector<std::size_t> open;
-        while (!xml.atEnd()) {
-            xml.readNext();
-            if (xml.isStartElement()) {
-                if (open.size() >= maximumDepth || qint64(m_elements.size()) >= maximumElements || !add(xml))
-                    return false;
-                if (!open.empty())
-                    m_elements[open.back()].children.push_back(m_elements.size() - 1);
-                open.push_back(m_elements.size() - 1);
-            } else if (xml.isEndElement()) {
-                open.pop_back();
-            }
-        }
-        return !xml.hasError() && !m_elements.empty();
+        m_xml.setNamespaceProcessing(false); // the renderer takes any prefix
     }
 
-    /// How many elements drawing the document draws; nothing when that is too many, too deep or without end.
-    std::optional<qint64> cost() { return cost(0, 0); }
+    bool isPassed()
+    {
+        while (!m_xml.atEnd()) {
+            m_xml.readNext();
+            if (!isHarmlessToken())
+                return false;
+        }
+        return !m_xml.hasError() && m_graph.size() > 0 && m_selectors * m_graph.size() <= maximumMatches
+            && m_graph.totalCost();
+    }
 
 private:
-    struct Element {
-        std::vector<std::size_t> children;
-        QString reference;
-        qint64 cost = 0; ///< 0 is not known yet
-        int height = 0;  ///< levels below, once the cost is known
-        bool isOpen = false;
-    };
+    /// What the text within an element is to the renderer.
+    enum class Content { Ignored, Text, Style };
 
-    bool add(const QXmlStreamReader &xml)
+    bool isHarmlessToken()
     {
-        Element element;
-        const QXmlStreamAttributes attributes = xml.attributes();
-        for (const QXmlStreamAttribute &attribute : attributes) {
-            if (attribute.name() == QLatin1String("id"))
-                m_ids.insert(attribute.value().toString(), m_elements.size());
-            if (attribute.name() == QLatin1String("href"))
-                element.reference = attribute.value().trimmed().toString();
+        switch (m_xml.tokenType()) {
+        case QXmlStreamReader::StartDocument:
+            return isPlainEncoding();
+        case QXmlStreamReader::DTD:
+            return declaresPlainEntities();
+        case QXmlStreamReader::ProcessingInstruction: // the renderer opens the file that it names
+            return m_xml.processingInstructionTarget().compare(QLatin1String("xml-stylesheet"), Qt::CaseInsensitive)
+                != 0;
+        case QXmlStreamReader::StartElement:
+            return openElement();
+        case QXmlStreamReader::EndElement:
+            m_graph.close();
+            m_contents.pop_back();
+            return true;
+        case QXmlStreamReader::Characters:
+            addCharacters(m_xml.text());
+            return true;
+        default:
+            return true;
         }
-        const bool isPicture = xml.name() == QLatin1String("image");
-        if (isPicture && !element.reference.startsWith(QLatin1String("data:")))
+    }
+
+    /// Whether the limits of markup have been told from the same characters that are read.
+    bool isPlainEncoding() const
+    {
+        const QString name = m_xml.documentEncoding().toString().toLower();
+        return name.isEmpty() || name == QLatin1String("utf-8") || name == QLatin1String("us-ascii")
+            || name.startsWith(QLatin1String("iso-8859-")) || name.startsWith(QLatin1String("windows-125"));
+    }
+
+    /// Whether entities stand for short texts, neither elements nor other entities.
+    bool declaresPlainEntities() const
+    {
+        const auto entities = m_xml.entityDeclarations();
+        const auto isPlain = [](const QXmlStreamEntityDeclaration &entity) {
+            return !entity.value().contains(u'<') && !entity.value().contains(u'&');
+        };
+        return std::all_of(entities.begin(), entities.end(), isPlain)
+            && (entities.isEmpty() || m_document.count('&') <= maximumReferences);
+    }
+
+    bool openElement()
+    {
+        const auto attributes = m_xml.attributes();
+        if (attributes.size() > markupLimits.attributes) // some may be defaults
             return false;
-        // Only these draw what they refer to; a link or a gradient does not.
-        if (xml.name() != QLatin1String("use"))
-            element.reference.clear();
-        m_elements.push_back(std::move(element));
-        return true;
-    }
-
-    std::optional<qint64> cost(std::size_t index, int depth)
-    {
-        Element &element = m_elements[index];
-        if (element.isOpen || depth + element.height > maximumDepth)
-            return std::nullopt;
-        if (element.cost > 0)
-            return element.cost;
-        std::vector<std::size_t> drawn = element.children;
-        const auto target = m_ids.find(element.reference.mid(1));
-        if (element.reference.startsWith(u'#') && target != m_ids.end())
-            drawn.push_back(target.value());
-
-        element.isOpen = true;
-        qint64 sum = 1;
-        for (const std::size_t child : drawn) {
-            const auto part = cost(child, depth + 1);
-            if (!part || (sum += *part) > maximumElements)
-                return std::nullopt;
-            element.height = std::max(element.height, m_elements[child].height + 1);
+        SvgGraph::Element element;
+        qsizetype units = 0;
+        for (const QXmlStreamAttribute &attribute : attributes) {
+            units += attribute.value().size();
+            const QStringView name = attribute.qualifiedName();
+            const QStringView localName = name.sliced(name.lastIndexOf(u':') + 1);
+            if (localName == QLatin1String("id"))
+                element.ids.append(attribute.value().toString());
+            if (localName == QLatin1String("href") && !addReference(attribute.value(), element))
+                return false;
         }
-        element.isOpen = false;
-        element.cost = sum;
-        return sum;
+        element.cost += units / unitsPerCost;
+        m_contents.push_back(contentOf(m_xml.name()));
+        return m_graph.open(element);
     }
 
-    std::vector<Element> m_elements;
-    QHash<QString, std::size_t> m_ids;
+    /// Whether \a address, which the current element refers to, is no other file. It is noted in \a element.
+    bool addReference(QStringView address, SvgGraph::Element &element)
+    {
+        if (m_xml.name() == QLatin1String("a")) // a link is not followed
+            return true;
+        if (m_xml.name() == QLatin1String("image")) {
+            const auto pixels = embeddedPixels(address, maximumPixels - m_pixels);
+            m_pixels += pixels.value_or(0);
+            return pixels.has_value();
+        }
+        if (address.startsWith(u'#'))
+            element.references.append(address.sliced(1).toString());
+        return address.isEmpty() || address.startsWith(u'#');
+    }
+
+    Content contentOf(QStringView name) const
+    {
+        if (name == QLatin1String("style"))
+            return Content::Style;
+        if (name == QLatin1String("text") || name == QLatin1String("textArea"))
+            return Content::Text;
+        return m_contents.empty() ? Content::Ignored : m_contents.back();
+    }
+
+    void addCharacters(QStringView text)
+    {
+        if (m_contents.empty())
+            return;
+        // Each of these begins a rule or a part of a selector, which is compared with every element.
+        if (m_contents.back() == Content::Style)
+            m_selectors += std::count_if(text.begin(), text.end(),
+                                         [](QChar c) { return c == u'{' || c == u',' || c == u'+' || c == u'~'; });
+        m_graph.addCost(m_contents.back() == Content::Text ? text.size() : text.size() / unitsPerCost);
+    }
+
+    const QByteArray &m_document;
+    QXmlStreamReader m_xml;
+    SvgGraph m_graph;
+    std::vector<Content> m_contents; ///< of the open elements
+    qint64 m_pixels = 0;             ///< of all bitmaps within
+    qint64 m_selectors = 0;
 };
 
 } // namespace
 
 bool isSafeSvg(const QByteArray &document)
 {
-    SvgGraph graph;
-    return document.size() <= maximumSize && !isCompressed(document) && graph.read(document) && graph.cost();
+    // A NUL byte betrays an encoding of wider characters.
+    return document.size() <= maximumSize && !isCompressed(document) && !document.contains('\0')
+        && isWithinLimits(document, markupLimits) && SvgCheck(document).isPassed();
 }
 
-QByteArray readSvg(const QString &path)
+QByteArray safeSvg(const QByteArray &content)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QByteArray content = readAtMost(file, maximumSize + 1);
-    if (isCompressed(content))
-        content = unpacked(content);
-    return isSafeSvg(content) ? content : QByteArray();
+    QByteArray document = isCompressed(content) ? unpacked(content) : content;
+    return isSafeSvg(document) ? document : QByteArray();
 }
 
 } // namespace Orbita

@@ -1,16 +1,18 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 
 namespace Orbita {
 
-/// The SVG document in the file at \a path, unpacked when it is compressed; empty when it cannot be read or is unsafe
-/// to draw: larger than 8 MiB, nested deeper than 200 elements (counting through references), drawing more than
-/// 200,000 elements or any of them within itself, or showing a picture from another file.
-[[nodiscard]] QByteArray readSvg(const QString &path);
+/// The SVG document in \a content, unpacked when it is compressed; empty when it is none that is safe to draw.
+///
+/// A safe one makes the renderer open no file and end in good time: It is at most 8 MiB large. It refers to nothing but
+/// its own elements, bitmaps that stand within it, and where its links lead. Its elements are nested at most 200 deep,
+/// counting through references; they are at most 200,000, and none is drawn within itself or too often. Attributes,
+/// entities, texts and styles are bounded as well. Any thread.
+[[nodiscard]] QByteArray safeSvg(const QByteArray &content);
 
-/// Whether drawing \a document is safe by the rules above. Any input is fine.
+/// Whether \a document, which is not compressed, is safe by the rules above.
 [[nodiscard]] bool isSafeSvg(const QByteArray &document);
 
 } // namespace Orbita

@@ -4,9 +4,12 @@
 #include "support/TemporaryContainer.h"
 
 #include <QBuffer>
+#include <QFile>
 #include <QImageWriter>
 
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
 
 namespace Orbita {
 
@@ -34,6 +37,16 @@ QByteArray svg(const QByteArray &content, const QByteArray &attributes = "width=
 {
     return "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' " + attributes + ">"
         + content + "</svg>";
+}
+
+TEST(Image, NothingWaitsForAPipe)
+{
+    const TemporaryContainer container;
+    for (const char *name : {"a.png", "a.svg", ".DirIcon"}) {
+        const QString pipe = container.path(QLatin1String(name));
+        ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        EXPECT_TRUE(Image::fromFile(pipe).render({9, 9}).isNull()) << name;
+    }
 }
 
 TEST(Image, AFileIsFittedOrNothing)
@@ -78,28 +91,125 @@ QByteArray multiplied(int levels)
     return svg(content + "</defs><use xlink:href='#l" + QByteArray::number(levels) + "'/>");
 }
 
-TEST(SvgSafety, IsToldBeforeDrawing)
+QByteArray dataAddress(const QByteArray &bytes, const QByteArray &type = "image/png")
+{
+    return "data:" + type + ";base64," + bytes.toBase64();
+}
+
+/// A picture of \a attributes, which hold its address.
+QByteArray picture(const QByteArray &attributes)
+{
+    return "<image width='9' height='9' " + attributes + "/>";
+}
+
+QByteArray attributes(int count)
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i)
+        text += "a" + QByteArray::number(i) + "='>' ";
+    return text;
+}
+
+/// Each gradient takes its colours from the next one.
+QByteArray gradients(int count)
+{
+    QByteArray content;
+    for (int i = 0; i < count; ++i)
+        content
+            += "<linearGradient id='g" + QByteArray::number(i) + "' xlink:href='#g" + QByteArray::number(i + 1) + "'/>";
+    return svg(content + "<rect width='9' height='9' fill='url(#g0)'/>");
+}
+
+using SafetyRows = std::vector<std::tuple<const char *, QByteArray, bool>>;
+
+void expectSafety(const SafetyRows &rows)
+{
+    for (const auto &[name, document, isSafe] : rows)
+        EXPECT_EQ(isSafeSvg(document), isSafe) << name;
+}
+
+TEST(SvgSafety, KeepsOtherFilesOut)
+{
+    const QByteArray png = dataAddress(encoded(plain(3, 3), "png"));
+    const QByteArray wrapped = QByteArray(png).replace("iVBO", "iV\n BO");
+    const QByteArray jpeg = dataAddress(encoded(plain(3, 3), "jpg"), "image/jpeg");
+    const QByteArray webp = dataAddress(encoded(plain(3, 3), "webp"), "image/webp");
+    const QByteArray drawing = dataAddress(svg(picture("xlink:href='/dev/zero'")), "image/svg+xml");
+    const QByteArray lying = dataAddress(svg(picture("xlink:href='/dev/zero'")));
+    const QByteArray sheet = "<?xml-stylesheet type=\"text/css\" href=\"/dev/zero\"?>";
+    const QByteArray entity = "<!DOCTYPE svg [<!ENTITY f '/dev/zero'>]>";
+    const QByteArray defaults = "<!DOCTYPE svg [<!ATTLIST image xlink:href CDATA '/dev/zero'>]>";
+    expectSafety({
+        {"a bitmap within", svg(picture("xlink:href='" + png + "'")), true},
+        {"a bitmap whose address is wrapped", svg(picture("xlink:href=' " + wrapped + "'")), true},
+        {"other kinds of bitmaps", svg(picture("xlink:href='" + jpeg + "'") + picture("href='" + webp + "'")), true},
+        {"half a bitmap", svg(picture("xlink:href='" + png.first(60) + "'")), false},
+        {"what is no bitmap", svg(picture("xlink:href='data:image/png;base64,AAAA'")), false},
+        {"a drawing within", svg(picture("xlink:href='" + drawing + "'")), false},
+        {"a drawing that claims to be a bitmap", svg(picture("xlink:href='" + lying + "'")), false},
+        {"a drawing that is not in base64", svg(picture("xlink:href='data:image/svg+xml,%3Csvg/%3E'")), false},
+        {"an address with two contents", svg(picture("xlink:href='" + png + ";base64,AAAA'")), false},
+        {"a file", svg(picture("xlink:href='/dev/zero'")), false},
+        {"a file before a bitmap", svg(picture("xlink:href='/dev/zero' href='" + png + "'")), false},
+        {"a file behind a bitmap", svg(picture("href='" + png + "' xlink:href='/dev/zero'")), false},
+        {"a file under another prefix", svg(picture("xmlns:x='x' x:href='/dev/zero'")), false},
+        {"a file under an unknown prefix", "<svg>" + picture("xlink:href='/dev/zero'") + "</svg>", false},
+        {"a picture under a prefix", "<s:svg><s:image xlink:href='/dev/zero'/></s:svg>", false},
+        {"a folder called like a bitmap", svg(picture("xlink:href='data/../../dev/zero'")), false},
+        {"a file that an entity names", entity + svg(picture("xlink:href='&f;'")), false},
+        {"a file that is the default", defaults + svg(picture("")), false},
+        {"a style sheet", sheet + svg({}), false},
+        {"a style sheet within", svg(sheet), false},
+        {"another instruction", svg("<?note href=\"/dev/zero\"?>"), true},
+        {"an element of another file", svg("<use xlink:href='/dev/zero#a'/>"), false},
+        {"a font in another file", svg("<font-face-uri xlink:href='/dev/zero'/>"), false},
+        {"a link to a page", svg("<a xlink:href='https://example.org'><g/></a>"), true},
+    });
+}
+
+TEST(SvgSafety, EndsInGoodTime)
 {
     const QByteArray circle = "<g id='a'><use xlink:href='#b'/></g><g id='b'><use xlink:href='#a'/></g>";
+    const QByteArray hiddenCircle = "<g id='a'><use href='#a'/></g><g id='a'/>";
+    const QByteArray style = "<style>" + QByteArray("g,").repeated(1000) + "g{}</style>";
     const QByteArray entities = "<!DOCTYPE svg [<!ENTITY a 'aaaaaaaaaaaaaaaaaaaa'>"
-                                "<!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;'>"
-                                "<!ENTITY c '&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;'>"
-                                "<!ENTITY d '&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;'>]>";
-    const std::vector<std::tuple<const char *, QByteArray, bool>> rows{
+                                "<!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;'>]>";
+    const QByteArray entity = "<!DOCTYPE svg [<!ENTITY a 'red'>]>";
+    const QByteArray attribute = "<!ATTLIST svg xmlns:xlink CDATA #FIXED 'http://www.w3.org/1999/xlink'>";
+    const QByteArray path = "<defs><path id='a' d='M" + QByteArray("0 0 ").repeated(10'000) + "'/></defs>";
+    const QByteArray wide = dataAddress(encoded(plain(8193, 1), "png"));
+    const QByteArray large
+        = "xlink:href='" + dataAddress(encoded(plain(4096, 4096).convertToFormat(QImage::Format_Mono), "png")) + "'";
+    expectSafety({
         {"a plain one", svg("<rect width='1' height='1'/>"), true},
         {"moderate nesting", nested(150), true},
         {"deep nesting", nested(100'000), false},
         {"some repetition", multiplied(3), true},
         {"repetition of repetition", multiplied(9), false},
+        {"a long path drawn often", svg(path + QByteArray("<use xlink:href='#a'/>").repeated(1000)), false},
         {"an element within itself", svg(circle), false},
-        {"a picture from a file", svg("<image xlink:href='/dev/zero'/>"), false},
-        {"a picture within", svg("<image xlink:href='data:image/png;base64,AAAA'/>"), true},
-        {"a link to a page", svg("<a xlink:href='https://example.org'><g/></a>"), true},
-        {"entities that multiply", entities + svg("<text>&d;&d;&d;</text>"), false},
+        {"an element within another of its name", svg(hiddenCircle), false},
+        {"some gradients", gradients(100), true},
+        {"a long row of gradients", gradients(1000), false},
+        {"an entity", entity + svg("<g fill='&a;'/>"), true},
+        {"entities that multiply", entities + svg("<text>&b;&b;&b;</text>"), false},
+        {"an entity that is used too often", entity + svg("<text>" + QByteArray("&a;").repeated(2000) + "</text>"),
+         false},
+        {"an entity that is an element", "<!DOCTYPE svg [<!ENTITY a '&#60;g/>'>]>" + svg("&a;"), false},
+        {"an attribute with a default", "<!DOCTYPE svg [" + attribute + "]>" + svg("<g/>"), true},
+        {"many such attributes", "<!DOCTYPE svg [" + attribute.repeated(1000) + "]>" + svg("<g/>"), false},
+        {"many attributes", svg("<g " + attributes(1000) + "/>"), false},
+        {"another alphabet", "<?xml version='1.0' encoding='UTF-7'?>" + svg("+ADw-g/+AD4-"), false},
+        {"letters of two bytes", QByteArray("\xff\xfe<\0s\0v\0g\0/\0>\0", 14), false},
+        {"a long text", svg("<textArea>" + QByteArray("a ").repeated(500'000) + "</textArea>"), false},
+        {"a style for some elements", svg(style + QByteArray("<g/>").repeated(100)), true},
+        {"a style for many elements", svg(style + QByteArray("<g/>").repeated(10'000)), false},
+        {"a bitmap that is too wide", svg(picture("xlink:href='" + wide + "'")), false},
+        {"two large bitmaps", svg(picture(large).repeated(2)), true},
+        {"three large bitmaps", svg(picture(large).repeated(3)), false},
         {"cut short", "<svg><g>", false},
-        {"too many elements", svg(QByteArray("<g/>").repeated(200'001)), false}};
-    for (const auto &[name, document, isSafe] : rows)
-        EXPECT_EQ(isSafeSvg(document), isSafe) << name;
+        {"too many elements", svg(QByteArray("<g/>").repeated(200'001)), false},
+    });
 }
 
 TEST(Image, ColorControlsFollowTheEquations)

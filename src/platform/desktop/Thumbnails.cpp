@@ -1,9 +1,13 @@
 #include "platform/desktop/Thumbnails.h"
 
+#include "platform/BoundedRead.h"
+#include "platform/PictureContent.h"
 #include "platform/desktop/FileInfo.h"
 
+#include <QBuffer>
 #include <QCryptographicHash>
 #include <QFile>
+#include <QImageReader>
 #include <QStringList>
 
 #include <sys/stat.h>
@@ -17,6 +21,10 @@ namespace {
 
 constexpr int maximumKnown = 256; // files; a ring shows fewer
 constexpr qint64 nanoseconds = 1'000'000'000;
+constexpr qint64 maximumSize = 32 * 1024 * 1024; // bytes
+const QByteArray pngMagic = QByteArrayLiteral("\x89PNG\r\n\x1a\n");
+const QString uriKey = QStringLiteral("Thumb::URI");
+const QString timeKey = QStringLiteral("Thumb::MTime");
 
 /// A folder of thumbnails, with the longest side in pixels that they have.
 struct Folder {
@@ -45,7 +53,7 @@ public:
     ThumbnailSource(std::vector<Thumbnail> thumbnails, QString uri, qint64 seconds, Image typeIcon)
         : m_thumbnails(std::move(thumbnails)),
           m_uri(std::move(uri)),
-          m_seconds(seconds),
+          m_time(QString::number(seconds)),
           m_typeIcon(std::move(typeIcon))
     {
     }
@@ -60,24 +68,37 @@ public:
                                     [wanted](const Thumbnail &thumbnail) { return thumbnail.side >= wanted; });
         std::reverse(smaller, bestFirst.end());
         for (const Thumbnail &thumbnail : bestFirst) {
-            const QImage pixels = Image::fromFile(thumbnail.path).render(devicePixels);
-            if (!pixels.isNull() && isValid(pixels))
+            const QImage pixels = read(thumbnail.path, devicePixels);
+            if (!pixels.isNull())
                 return pixels;
         }
         return m_typeIcon.render(devicePixels);
     }
 
 private:
-    /// Whether it was made of the very file, as it is now.
-    bool isValid(const QImage &pixels) const
+    /// Null when the file at \a path is no thumbnail of the very file as it is now.
+    QImage read(const QString &path, QSize devicePixels) const
     {
-        return pixels.text(QStringLiteral("Thumb::URI")) == m_uri
-            && pixels.text(QStringLiteral("Thumb::MTime")) == QString::number(m_seconds);
+        auto content = readRegularFile(path, maximumSize);
+        if (!content || !content->startsWith(pngMagic))
+            return {};
+        QByteArray bytes = std::move(content).value();
+        QBuffer buffer(&bytes);
+        QImageReader reader(&buffer, "png");
+        // Most programs write the texts before the pixels, which then need not be decoded in vain.
+        const auto isOther = [&reader](const QString &key, const QString &wanted) {
+            const QString text = reader.text(key);
+            return !text.isEmpty() && text != wanted;
+        };
+        if (!reader.canRead() || isOther(uriKey, m_uri) || isOther(timeKey, m_time))
+            return {};
+        const QImage pixels = renderBitmap(bytes, devicePixels);
+        return pixels.text(uriKey) == m_uri && pixels.text(timeKey) == m_time ? pixels : QImage();
     }
 
     std::vector<Thumbnail> m_thumbnails; ///< the smallest first
     QString m_uri;
-    qint64 m_seconds; ///< the file's time of change
+    QString m_time; ///< when the file was changed
     Image m_typeIcon;
 };
 

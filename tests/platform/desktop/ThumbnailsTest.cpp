@@ -35,7 +35,8 @@ protected:
     ~ThumbnailsTest() override { QDir(PrivateSession::path(".cache/thumbnails")).removeRecursively(); }
 
     /// A thumbnail of \a side pixels, or without any a file that is no picture; returns its path.
-    QString plant(const char *folder, int side, QColor color = {}, const QString &ofUri = {}, qint64 ofTime = 0) const
+    QString plant(const char *folder, int side, QColor color = {}, const QString &ofUri = {}, qint64 ofTime = 0,
+                  const char *format = "png") const
     {
         const auto name = QCryptographicHash::hash(uri.toLatin1(), QCryptographicHash::Md5).toHex() + ".png";
         const QString path
@@ -44,7 +45,7 @@ protected:
         pixels.fill(color);
         pixels.setText(QStringLiteral("Thumb::URI"), ofUri);
         pixels.setText(QStringLiteral("Thumb::MTime"), QString::number(ofTime));
-        EXPECT_EQ(pixels.save(path, "png"), side > 0);
+        EXPECT_EQ(pixels.save(path, format), side > 0);
         return path;
     }
     [[nodiscard]] Image icon() const { return workspace.icon(document); }
@@ -71,6 +72,7 @@ TEST_F(ThumbnailsTest, WhatIsNoPictureOfTheFileAsItIsGivesWayToTheTypeIcon)
     const QImage typeIcon = icon().render({64, 64});
     plant("normal", 128, Qt::red, uri + u'x', then);
     plant("large", 256, Qt::red, uri, then - 1);
+    plant("x-large", 512, Qt::red, uri, then, "jpg");
     const QString pipe = plant("xx-large", 0);
     ASSERT_TRUE(QFile::remove(pipe) && mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
     EXPECT_EQ(icon().render({64, 64}), typeIcon);

@@ -22,6 +22,20 @@ constexpr qint64 maximumPixels = 32 * 1024 * 1024;
 constexpr qint64 maximumMatches = 1'000'000; // of selectors with elements
 constexpr qsizetype unitsPerCost = 64;       // of a path, for instance
 
+/// What draws a line as dashes. The renderer makes each dash, however many fit, so that some kilobytes take all memory.
+const QLatin1String dashes("dasharray");
+
+/// Whether \a style, some CSS, may ask for dashes; its escapes could spell any name.
+bool mayDash(QStringView style)
+{
+    return style.contains(dashes, Qt::CaseInsensitive) || style.contains(u'\\');
+}
+
+QByteArray withoutDashes(QByteArray document)
+{
+    return document.replace("stroke-dasharray", "stroke-undashed_"); // a property that nobody knows
+}
+
 bool isCompressed(const QByteArray &content)
 {
     return content.startsWith("\x1f\x8b");
@@ -58,8 +72,8 @@ public:
             if (!isHarmlessToken())
                 return false;
         }
-        return !m_xml.hasError() && m_graph.size() > 0 && m_selectors * m_graph.size() <= maximumMatches
-            && m_graph.totalCost();
+        return !m_xml.hasError() && m_graph.size() > 0 && !mayDash(m_styles)
+            && m_selectors * m_graph.size() <= maximumMatches && m_graph.totalCost();
     }
 
 private:
@@ -120,6 +134,8 @@ private:
             units += attribute.value().size();
             const QStringView name = attribute.qualifiedName();
             const QStringView localName = name.sliced(name.lastIndexOf(u':') + 1);
+            if (localName.contains(dashes) || (localName == QLatin1String("style") && mayDash(attribute.value())))
+                return false;
             if (localName == QLatin1String("id"))
                 element.ids.append(attribute.value().toString());
             if (localName == QLatin1String("href") && !addReference(attribute.value(), element))
@@ -159,9 +175,11 @@ private:
         if (m_contents.empty())
             return;
         // Each of these begins a rule or a part of a selector, which is compared with every element.
-        if (m_contents.back() == Content::Style)
+        if (m_contents.back() == Content::Style) {
+            m_styles += text;
             m_selectors += std::count_if(text.begin(), text.end(),
                                          [](QChar c) { return c == u'{' || c == u',' || c == u'+' || c == u'~'; });
+        }
         m_graph.addCost(m_contents.back() == Content::Text ? text.size() : text.size() / unitsPerCost);
     }
 
@@ -171,6 +189,7 @@ private:
     std::vector<Content> m_contents; ///< of the open elements
     qint64 m_pixels = 0;             ///< of all bitmaps within
     qint64 m_selectors = 0;
+    QString m_styles; ///< all of them, since one may stand in several pieces
 };
 
 } // namespace
@@ -184,7 +203,7 @@ bool isSafeSvg(const QByteArray &document)
 
 QByteArray safeSvg(const QByteArray &content)
 {
-    QByteArray document = isCompressed(content) ? unpacked(content) : content;
+    const QByteArray document = withoutDashes(isCompressed(content) ? unpacked(content) : content);
     return isSafeSvg(document) ? document : QByteArray();
 }
 

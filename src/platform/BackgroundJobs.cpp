@@ -8,6 +8,7 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -37,13 +38,22 @@ struct BackgroundJobs::Shared : std::enable_shared_from_this<BackgroundJobs::Sha
     /// Starts threads for what waits.
     void provideThreads()
     {
+        const int most = allowedThreads();
+        for (auto needed = int(waiting.size()) - idleThreads; needed > 0 && threads < most; --needed) {
+            try {
+                std::thread([self = shared_from_this()] { self->work(); }).detach();
+                ++threads;
+            } catch (const std::system_error &) {
+                return; // the system has none left; the owner tries again as long as jobs wait
+            }
+        }
+    }
+
+    [[nodiscard]] int allowedThreads() const
+    {
         const auto stuck = std::ranges::count_if(
             running, [now = Clock::now()](const auto &job) { return now - job.second > patience; });
-        const int most = std::min(usualThreads + int(stuck), mostThreads);
-        for (auto needed = int(waiting.size()) - idleThreads; needed > 0 && threads < most; --needed) {
-            ++threads;
-            std::thread([self = shared_from_this()] { self->work(); }).detach();
-        }
+        return std::min(usualThreads + int(stuck), mostThreads);
     }
 
     void work()
@@ -66,9 +76,11 @@ struct BackgroundJobs::Shared : std::enable_shared_from_this<BackgroundJobs::Sha
         --threads;
     }
 
-    /// False when none comes.
+    /// False when none comes, or there are threads enough without this one.
     bool awaitJob(std::unique_lock<std::mutex> &lock)
     {
+        if (threads > allowedThreads())
+            return false;
         ++idleThreads;
         const auto hasNews = [this] { return !waiting.empty() || !owner; };
         jobCame.wait_for(lock, idleTime, hasNews);

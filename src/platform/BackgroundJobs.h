@@ -12,7 +12,8 @@ namespace Orbita {
 /// Runs jobs on threads of its own and brings what they found back to the thread that it lives in.
 ///
 /// A job may never return, since what it reads may lie on a disk that does not answer. Such a job costs its thread and
-/// nothing else: other jobs go on, and neither this object's end nor the program's waits for it.
+/// nothing else: other jobs go on, and neither this object's end nor the program's waits for it for longer than
+/// farewell.
 class BackgroundJobs final : public QObject {
     Q_OBJECT
 public:
@@ -28,7 +29,7 @@ public:
     /// There are never more threads, stuck or not. Further jobs wait until one of them returns.
     static constexpr int mostThreads = 64;
 
-    /// At most \a threads jobs run at a time, besides stuck ones.
+    /// At most \a threads jobs run at a time, besides stuck ones; more for a moment when stuck ones return.
     explicit BackgroundJobs(int threads, QObject *parent = nullptr);
     /// Drops jobs that have not begun, and the deliveries of those that have.
     ~BackgroundJobs() override;

@@ -76,23 +76,19 @@ TEST(BackgroundJobs, goOnBesideStuckOnes)
 TEST(BackgroundJobs, keepNobodyFromEnding)
 {
     StuckJob stuck;
-    bool isDelivered = false;
-    bool isBegun = false;
+    const auto carriedOut = std::make_shared<QStringList>();
     {
         BackgroundJobs jobs(1);
-        jobs.start(stuck.job([&isDelivered] { isDelivered = true; }));
-        jobs.start([&isBegun] {
-            isBegun = true;
+        jobs.start(stuck.job([carriedOut] { carriedOut->append(QStringLiteral("the delivery of the stuck job")); }));
+        jobs.start([carriedOut] {
+            carriedOut->append(QStringLiteral("the job behind it"));
             return BackgroundJobs::Delivery();
         });
         stuck.waitUntilBegun();
     } // would hang here
     stuck.letGo();
-    BackgroundJobs later(1);
-    later.start([] { return BackgroundJobs::Delivery(); });
-    later.waitUntilIdle();
-    EXPECT_FALSE(isDelivered);
-    EXPECT_FALSE(isBegun);
+    EXPECT_TRUE(eventually([&carriedOut] { return carriedOut.use_count() == 1; })) << "its thread is done";
+    EXPECT_TRUE(carriedOut->isEmpty()) << qPrintable(carriedOut->join(u','));
 }
 
 } // namespace

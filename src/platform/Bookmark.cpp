@@ -66,9 +66,7 @@ Result<QByteArray, Error> findRenamed(const Content &content)
     const QByteArray path = content.path.first(qMax<qsizetype>(content.path.lastIndexOf('/'), 1));
     const auto close = [](DIR *folder) { ::closedir(folder); };
     const std::unique_ptr<DIR, decltype(close)> folder(::opendir(path.constData()), close);
-    const auto self = folder ? identityAt(::dirfd(folder.get()), ".") : std::nullopt;
-    // Where a drive was mounted, its empty mount point remains.
-    if (!self || self->device != content.identity.device)
+    if (!folder)
         return Failure(Error::Unreachable);
     errno = 0;
     while (const dirent *entry = ::readdir(folder.get())) {
@@ -78,7 +76,11 @@ Result<QByteArray, Error> findRenamed(const Content &content)
             return path + (path.endsWith('/') ? "" : "/") + entry->d_name;
         errno = 0;
     }
-    return Failure(errno == 0 ? Error::Missing : Error::Unreachable);
+    const bool isReadToItsEnd = errno == 0;
+    const auto self = identityAt(::dirfd(folder.get()), ".");
+    // Where a drive was mounted, its empty mount point remains.
+    const bool isSameDevice = self && self->device == content.identity.device;
+    return Failure(isReadToItsEnd && isSameDevice ? Error::Missing : Error::Unreachable);
 }
 
 /// Whether nothing has the name \a path, as opposed to something that cannot be seen.

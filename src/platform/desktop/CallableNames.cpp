@@ -22,12 +22,15 @@ bool CallableNames::contains(const QString &name) const
         return false;
     if (!m_known)
         m_known = ask();
-    return m_known->contains(name);
+    return m_known && m_known->contains(name);
 }
 
-QSet<QString> CallableNames::ask() const
+std::optional<QSet<QString>> CallableNames::ask() const
 {
-    const QStringList activatable = m_bus.interface()->activatableServiceNames();
+    const QDBusReply<QStringList> answer = m_bus.interface()->activatableServiceNames();
+    if (!answer.isValid())
+        return std::nullopt;
+    const QStringList activatable = answer;
     QSet<QString> callable;
     for (const QString &name : m_watcher.watchedServices()) {
         if (activatable.contains(name) || m_bus.interface()->isServiceRegistered(name))

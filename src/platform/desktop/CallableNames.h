@@ -26,7 +26,8 @@ private Q_SLOTS:
     void forget() { m_known.reset(); }
 
 private:
-    [[nodiscard]] QSet<QString> ask() const;
+    /// Nothing when the bus does not answer.
+    [[nodiscard]] std::optional<QSet<QString>> ask() const;
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;

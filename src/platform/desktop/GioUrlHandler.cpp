@@ -6,6 +6,7 @@
 #include "platform/Scheduler.h"
 #include "platform/desktop/ApplicationClient.h"
 #include "platform/desktop/DefaultApplications.h"
+#include "platform/desktop/DesktopFile.h"
 #include "platform/desktop/Launcher.h"
 #include "platform/desktop/StartupNotifier.h"
 
@@ -87,7 +88,9 @@ const ProgramNames *GioUrlHandler::ownProgram(const QString &scheme) const
 std::optional<GioUrlHandler::Recipient> GioUrlHandler::recipientOf(const QString &scheme) const
 {
     if (const ProgramNames *own = ownProgram(scheme)) {
-        GObjectPointer<GDesktopAppInfo> entry(g_desktop_app_info_new(own->desktopId().toUtf8().constData()));
+        GObjectPointer<GDesktopAppInfo> entry;
+        if (isSafeToLookUp(own->desktopId()))
+            entry.reset(g_desktop_app_info_new(own->desktopId().toUtf8().constData()));
         if (entry || m_callableNames.contains(own->bus))
             return Recipient{own->bus, std::move(entry)};
     }

@@ -17,6 +17,7 @@
 #include <pwd.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace Orbita {
@@ -53,7 +54,7 @@ bool belongsTo(const TrustingUser &user, const FileFacts &file)
 
 bool isWritableByOthers(const FileFacts &file, const TrustingUser &user)
 {
-    return (file.mode & S_IWOTH) || ((file.mode & S_IWGRP) && file.group != user.ownGroup);
+    return (file.mode & S_IWOTH) || ((file.mode & S_IWGRP) && (file.hasAccessList || file.group != user.ownGroup));
 }
 
 /// The group of the user's own that systems make for each: it has their name or number, and no other members.
@@ -83,7 +84,8 @@ std::optional<FileFacts> factsOf(const QString &path)
     struct statfs system = {};
     if (::stat(name.constData(), &status) != 0 || ::statfs(name.constData(), &system) != 0)
         return std::nullopt;
-    return FileFacts{quint32(system.f_type), status.st_mode, status.st_uid, status.st_gid};
+    const bool hasAccessList = ::getxattr(name.constData(), "system.posix_acl_access", nullptr, 0) >= 0;
+    return FileFacts{quint32(system.f_type), status.st_mode, status.st_uid, status.st_gid, hasAccessList};
 }
 
 /// Whether \a folder and all above it are safe. \a folder has no symbolic link in it.
@@ -94,7 +96,7 @@ bool areSafeFolders(QDir folder, const TrustingUser &user)
         if (!facts || !isSafeFolder(*facts, user))
             return false;
     } while (folder.cdUp());
-    return true;
+    return folder.isRoot(); // otherwise the next one cannot be seen
 }
 
 } // namespace

@@ -14,6 +14,7 @@ struct FileFacts {
     mode_t mode = 0;        ///< with the kind of file
     uid_t owner = 0;
     gid_t group = 0;
+    bool hasAccessList = false; ///< then the group's rights in the mode are the most that anybody named in it has
 };
 
 /// For whom trust is judged.

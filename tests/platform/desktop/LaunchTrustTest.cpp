@@ -48,6 +48,8 @@ const Row rows[]{
     {"not executable, as a folder never lacks", {EXT4_SUPER_MAGIC, 0644, self, own}, false, true},
     {"executable for others alone", {EXT4_SUPER_MAGIC, 0655, self, own}, false, true},
     {"writable by the user's own group", {BTRFS_SUPER_MAGIC, 0775, self, own}, true, true},
+    {"writable by those whom an access list names", {EXT4_SUPER_MAGIC, 0775, self, own, true}, false, false},
+    {"with an access list that lets nobody write", {EXT4_SUPER_MAGIC, 0755, self, own, true}, true, true},
     {"writable by a foreign group", {EXT4_SUPER_MAGIC, 0775, self, foreign}, false, false},
     {"root's, writable by a foreign group", {EXT4_SUPER_MAGIC, 02775, 0, foreign}, false, false},
     {"writable by anybody", {TMPFS_MAGIC, 0777, self, own}, false, false},

@@ -62,11 +62,9 @@ void AppDelegate::applicationDidFinishLaunching(TakesKeyboard settingsKeyboard)
 void AppDelegate::prepareAtLeisure()
 {
     m_window.prepare();
+    m_preparedItems.emplace(m_services.itemFolder, m_services.defaults, m_services.settings, m_services.items);
     preparePictures();
-    connect(&m_services.items.files, &FileLookup::changed, this, [this] {
-        if (!m_windowController)
-            preparePictures();
-    });
+    connect(&m_services.items.files, &FileLookup::changed, this, &AppDelegate::preparePictures);
     m_statusItem = std::make_unique<StatusItem>(m_appearance);
     connect(m_statusItem.get(), &StatusItem::clicked, this, &AppDelegate::showSettings);
     connect(&m_toolkit, &ToolkitLink::quitRequested, qApp, &QApplication::quit, Qt::QueuedConnection);
@@ -75,9 +73,10 @@ void AppDelegate::prepareAtLeisure()
 
 void AppDelegate::preparePictures()
 {
-    const MenuItemArray items(m_services.itemFolder, m_services.defaults, m_services.settings, m_services.items);
-    const double side = restingItemSide(ringSize(m_services.settings.menuSizeSettings()), items.count());
-    for (const MenuItem::Pointer &item : items)
+    if (!m_preparedItems)
+        return;
+    const double side = restingItemSide(ringSize(m_services.settings.menuSizeSettings()), m_preparedItems->count());
+    for (const MenuItem::Pointer &item : *m_preparedItems)
         m_services.ring.pictures.prepare(item->image(), int(std::ceil(side * m_window.devicePixelRatioF())));
 }
 
@@ -175,6 +174,7 @@ QPointF AppDelegate::centreFor(QPointF pointer) const
 RingWindowController &AppDelegate::ensureController()
 {
     if (!m_windowController) {
+        m_preparedItems.reset(); // the ring asks for its own pictures
         m_windowController = std::make_unique<RingWindowController>(m_window, m_services);
         // Queued, because the controller must not end within its own signal.
         connect(m_windowController.get(), &RingWindowController::didDisappear, this,

@@ -6,6 +6,7 @@
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 namespace Orbita {
 
@@ -57,6 +58,7 @@ private:
     ControllerServices m_services;
     ToolkitLink &m_toolkit;
     const DesktopAppearance &m_appearance;
+    std::optional<MenuItemArray> m_preparedItems;             ///< from the start to the first ring
     std::unique_ptr<RingWindowController> m_windowController; ///< none while no ring exists
     std::unique_ptr<SettingsStandInWindow> m_settingsWindow;
     std::unique_ptr<StatusItem> m_statusItem;

@@ -8,6 +8,7 @@
 #include "model/ItemServices.h"
 #include "model/RunningAppMenuItem.h"
 #include "platform/FileLookup.h"
+#include "platform/Scheduler.h"
 #include "platform/Stage.h"
 #include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
@@ -52,7 +53,7 @@ RingWindowController::RingWindowController(RingWindow &window, const ControllerS
         if (updateRunningEntries())
             reloadRing();
     });
-    connect(&m_services.items.files, &FileLookup::changed, this, [this] { reloadRing(); });
+    connect(&m_services.items.files, &FileLookup::changed, this, &RingWindowController::followFiles);
     connect(&m_services.ring.stage, &Stage::screensChanged, this, [this] {
         if (isShown())
             keepOnScreens();
@@ -277,6 +278,16 @@ void RingWindowController::refreshItems(bool instantly)
     updateRunningEntries();
     reloadRing(instantly);
     m_menuItems.dropUnmadeEntries();
+}
+
+void RingWindowController::followFiles()
+{
+    constexpr std::chrono::milliseconds pause{100};
+    // A reload would take what is held out of the user's hand.
+    if (m_ringView->draggedItem())
+        m_services.scheduler.after(pause, *this, [this] { followFiles(); });
+    else
+        reloadRing();
 }
 
 bool RingWindowController::updateRunningEntries()

@@ -119,6 +119,8 @@ private:
     void keepOnScreens();
     /// Shows the ring round \a centre, or, while a dialog is open, when that is done.
     void showAgain(QPointF centre);
+    /// Shows what became known of the files of entries, as soon as no item is held.
+    void followFiles();
     /// Takes over which applications run. True when the ring shows something else.
     bool updateRunningEntries();
     /// Takes over what became known of the running applications. True when an entry looks different.

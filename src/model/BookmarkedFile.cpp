@@ -70,6 +70,16 @@ bool BookmarkedFile::isAvailable() const
     return presence == Presence::Present || presence == Presence::Unknown;
 }
 
+bool BookmarkedFile::isBeingLookedAt() const
+{
+    return m_services.get().files.isLooking(m_bookmark);
+}
+
+bool BookmarkedFile::isGone() const
+{
+    return known().presence == Presence::Missing && !isBeingLookedAt();
+}
+
 QString BookmarkedFile::title(const QString &name) const
 {
     // Short words, so that captions have room for them.

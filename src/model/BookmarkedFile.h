@@ -11,7 +11,8 @@ namespace Orbita {
 
 struct ItemServices;
 
-/// A file that an entry refers to by a bookmark. What it tells is what was seen last: nothing here waits for a disk.
+/// A file that an entry refers to by a bookmark. What it tells is what was seen last; only making one of a path waits
+/// for a disk.
 class BookmarkedFile {
 public:
     /// Nothing, and logged, when there is no file at \a path.
@@ -26,15 +27,17 @@ public:
     [[nodiscard]] bool isPresent() const { return known().presence == KnownFile::Presence::Present; }
     /// Whether nothing speaks against opening it: it is there, or nobody has looked yet.
     [[nodiscard]] bool isAvailable() const;
-    /// Whether it was removed for good, and is not merely on a drive that is not mounted.
-    [[nodiscard]] bool isGone() const { return known().presence == KnownFile::Presence::Missing; }
+    /// Whether it was removed for good, by a look that is over, and is not merely on a drive that is not mounted.
+    [[nodiscard]] bool isGone() const;
+    /// Whether its disk is being asked, so that nobody should wait for it.
+    [[nodiscard]] bool isBeingLookedAt() const;
     /// Its picture when it was seen last; null before that.
     [[nodiscard]] Image icon() const { return known().icon; }
     /// What to call an entry called \a name: its name, and where it cannot be opened, why.
     [[nodiscard]] QString title(const QString &name) const;
 
-    /// Looks at the file and, where it is there, calls \a action with its path, perhaps later. Otherwise the user is
-    /// told that what is called \a name cannot be opened, and why.
+    /// Looks at the file and, where it is there, calls \a action with what was seen, perhaps later. Otherwise the user
+    /// is told that what is called \a name cannot be opened, and why.
     void whenPresent(const QString &name, const std::function<void(const KnownFile &)> &action) const;
 
     /// The stored form of an entry of the class \a className for this file; with a fresh bookmark where the old one was

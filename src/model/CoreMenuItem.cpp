@@ -3,6 +3,7 @@
 #include "model/ItemServices.h"
 #include "model/Log.h"
 #include "model/StoredText.h"
+#include "model/WorkspaceFailure.h"
 #include "platform/Workspace.h"
 
 namespace Orbita {
@@ -37,7 +38,7 @@ void CoreMenuItem::open()
     if (activateRunning())
         return;
     if (const auto path = applicationPath())
-        activateOrLaunch(*path);
+        launchApplication(*path, m_services.workspace);
 }
 
 bool CoreMenuItem::canOpenPath(const QString &) const

@@ -75,7 +75,7 @@ void FileMenuItem::open()
 
 QStringList FileMenuItem::openWithAppPaths() const
 {
-    if (!m_file.isPresent())
+    if (!m_file.isPresent() || m_file.isBeingLookedAt()) // the type is read from the file
         return {};
     const QString path = m_file.path();
     const auto byDefault = m_services.workspace.defaultApplicationForFile(path);

@@ -137,9 +137,10 @@ std::optional<QVariantList> MenuItemArray::readFile()
                                 tr("Their file is damaged. It was kept as %1.").arg(aside));
     } else if (mightReplaceFile) {
         qCWarning(lcModel, "The item file %s cannot be read; nothing will be saved.", qUtf8Printable(m_filePath));
-        m_services.notices.tellOnce(
-            tr("The ring's entries could not be read"),
-            tr("%1 may not be opened. Until it can be, changes of the ring are not saved.").arg(m_filePath));
+        const QString why = mayBeIntact ? tr("%1 may not be opened.") : tr("%1 is damaged, and cannot be renamed.");
+        m_services.notices.tellOnce(tr("The ring's entries could not be read"),
+                                    why.arg(m_filePath)
+                                        + tr(" Until that is mended, changes of the ring are not saved."));
     }
     return std::nullopt;
 }
@@ -185,7 +186,8 @@ bool MenuItemArray::persist()
         if (auto dictionary = item->dictionaryRepresentation())
             entries.append(*std::move(dictionary));
     }
-    if (m_fileHoldsUnmadeEntries && !keepUnmadeEntries()) {
+    const QString aside = m_fileHoldsUnmadeEntries ? copyAsideDamagedFile(m_filePath) : QString();
+    if (m_fileHoldsUnmadeEntries && aside.isEmpty()) {
         qCWarning(lcModel, "Entries that could not be read would be lost; the item file was not saved.");
         return false;
     }
@@ -195,25 +197,22 @@ bool MenuItemArray::persist()
         qCWarning(lcModel, "The item file %s could not be saved.", qUtf8Printable(m_filePath));
         return false;
     }
-    m_fileHoldsUnmadeEntries = false;
+    if (std::exchange(m_fileHoldsUnmadeEntries, false))
+        tellOfDroppedEntries(aside);
     m_services.imageStore.removeDiscarded(entries);
     return true;
 }
 
-bool MenuItemArray::keepUnmadeEntries()
+void MenuItemArray::tellOfDroppedEntries(const QString &aside)
 {
-    const QString aside = copyAsideDamagedFile(m_filePath);
-    if (aside.isEmpty())
-        return false;
-    qCWarning(lcModel, "Entries that could not be read are dropped; a copy is kept as %s.", qUtf8Printable(aside));
+    qCWarning(lcModel, "Entries that could not be read were dropped; a copy was kept as %s.", qUtf8Printable(aside));
     constexpr qsizetype mostNamed = 3;
     QString names = m_droppedNames.first(qMin(m_droppedNames.size(), mostNamed)).join(QStringLiteral(", "));
     if (m_droppedNames.size() > mostNamed)
         names += QStringLiteral(", …");
-    m_services.notices.tellOnce(
+    m_services.notices.tell(
         tr("Entries were removed from the ring"),
         tr("%1: no longer there, or damaged. The entries as they were are kept in %2.").arg(names, aside));
-    return true;
 }
 
 void MenuItemArray::dropItemsThatAreGone()

@@ -66,8 +66,8 @@ private:
     /// Replaces the list by what \a entries describe. False when one of them could not be made.
     bool load(const QVariantList &entries);
     void addDefaultEntries();
-    /// True when a copy of the file with the entries that could not be made is on the disk.
-    [[nodiscard]] bool keepUnmadeEntries();
+    /// Tells the user that the entries that could not be made are dropped, and kept in the file \a aside.
+    void tellOfDroppedEntries(const QString &aside);
 
     QString m_filePath;
     UserDefaults &m_defaults;

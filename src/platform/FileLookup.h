@@ -42,9 +42,11 @@ public:
     /// of it: perhaps at once, never when this object ends before. A disk that does not answer in time is unreachable,
     /// until it does. Nothing happens for bytes that are no bookmark.
     virtual void look(const QByteArray &bookmark, Answer then = {}) = 0;
+    /// Whether a look at the file of \a bookmark goes on, so that what is known of it may be outdated.
+    [[nodiscard]] virtual bool isLooking(const QByteArray &bookmark) const = 0;
 
 Q_SIGNALS:
-    /// What known() says has changed for one or more files.
+    /// What known() says has changed for one or more files. From the event loop, never from within look().
     void changed();
 };
 

@@ -3,6 +3,7 @@
 #include "app/CommandService.h"
 #include "app/OrbitaApplication.h"
 #include "app/RingDesktop.h"
+#include "model/FileMenuItem.h"
 
 #include <QDialog>
 #include <QKeyEvent>
@@ -28,6 +29,22 @@ struct AppDelegateTest : testing::Test {
         return desktop.window.isVisible();
     }
 };
+
+TEST_F(AppDelegateTest, preparesThePicturesOfFilesThatBecomeKnownWithoutLookingAgain)
+{
+    const QString file = desktop.container.write(QStringLiteral("letter.txt"), "Dear reader");
+    desktop.storeEntries({*FileMenuItem::fromPath(file, desktop.services)->dictionaryRepresentation()});
+    delegate.prepareAtLeisure();
+    desktop.pictures.waitUntilIdle();
+    desktop.workspace.icons.insert(file, Image::fromPixels(QImage(8, 8, QImage::Format_RGB32)));
+    const QByteArray bookmark = desktop.files.looked.last();
+    desktop.files.look(bookmark);
+    const qsizetype looks = desktop.files.looked.size();
+    QCoreApplication::sendPostedEvents();
+    EXPECT_FALSE(desktop.pictures.isIdle()) << "it looks different";
+    EXPECT_EQ(desktop.files.looked.size(), looks) << "or a disk that answers late would be asked for ever";
+    desktop.pictures.waitUntilIdle();
+}
 
 TEST_F(AppDelegateTest, togglesByTheShortcutOverTheRingOnly)
 {

@@ -2,6 +2,7 @@
 
 #include "app/RingWindowController.h"
 #include "app/ToolkitLink.h"
+#include "platform/PropertyList.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryScheduler.h"
 #include "platform/memory/MemoryUrlHandler.h"
@@ -13,6 +14,9 @@
 #include "toolkit/VXSchemeCommunicationCenter.h"
 
 #include <QCoreApplication>
+#include <QDir>
+
+#include <gtest/gtest.h>
 
 namespace Orbita {
 
@@ -34,6 +38,12 @@ struct RingDesktop : MemoryDesktop {
                                 return MenuItemArray::storedEntries(container.directories().container, defaults);
                             }};
 
+    /// Makes the stored entries these alone.
+    void storeEntries(const QVariantList &entries) const
+    {
+        QDir().mkpath(container.directories().container);
+        EXPECT_TRUE(PropertyList::write(container.itemFile(), entries, PropertyList::Format::Xml));
+    }
     /// Lets every animation run to its end and its owners hear of it.
     void settle()
     {

@@ -29,8 +29,7 @@ struct RingWindowControllerTest : testing::Test {
     /// Begins anew with \a entries.
     void store(const QVariantList &entries)
     {
-        QDir().mkpath(QFileInfo(desktop.container.itemFile()).path());
-        EXPECT_TRUE(PropertyList::write(desktop.container.itemFile(), entries, PropertyList::Format::Xml));
+        desktop.storeEntries(entries);
         ring = std::make_unique<RingWindowController>(desktop.window, desktop.controllerServices);
     }
     void show()
@@ -236,6 +235,7 @@ TEST_F(RingWindowControllerTest, dimsAnEntryThatCannotBeReachedAndAsksNoDiskWhen
 
     desktop.files.isMounted = true;
     desktop.files.look(entry->dictionaryRepresentation()->value(u"bookmarkData"_s).toByteArray());
+    QCoreApplication::sendPostedEvents();
     EXPECT_FALSE(shownItem()->isDimmed()) << "the ring follows what comes back";
     EXPECT_EQ(shownItem()->title(), u"letter"_s);
 

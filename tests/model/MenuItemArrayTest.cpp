@@ -39,15 +39,19 @@ class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes)
     {
-        std::signal(SIGXFSZ, SIG_IGN);
         ::getrlimit(RLIMIT_FSIZE, &m_before);
         const rlimit limit{bytes, m_before.rlim_max};
         ::setrlimit(RLIMIT_FSIZE, &limit);
     }
-    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+    ~FullDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
 
 private:
     rlimit m_before{};
+    sighandler_t m_handler = std::signal(SIGXFSZ, SIG_IGN);
 };
 
 struct MenuItemArrayTest : testing::Test {

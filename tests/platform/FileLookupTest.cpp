@@ -7,11 +7,13 @@
 #include "desktop/harness/Wait.h"
 #include "support/TemporaryContainer.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <future>
 
 namespace Orbita {
@@ -95,8 +97,11 @@ TEST_P(FileLookupContract, TellsOfChangesAlone)
     int changes = 0;
     QObject::connect(&files(), &FileLookup::changed, &files(), [&changes] { ++changes; });
     desktop.look(bookmark);
+    EXPECT_EQ(changes, 0) << "nobody is told from within a look";
     EXPECT_TRUE(eventually([&changes] { return changes == 1; }));
     desktop.look(bookmark);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 1) << "it looks the same";
     desktop.workspace.icons.insert(document, Image::named(u"Mail"_s));
     desktop.look(bookmark);
     EXPECT_TRUE(eventually([&changes] { return changes == 2; })) << "it looks different";
@@ -117,42 +122,55 @@ TEST(BackgroundFileLookup, LivesWithADiskThatDoesNotAnswer)
     const QByteArray dead = bookmarkOf(desktop.container.write(u"net/mounted.txt"_s, "far away"));
     const QByteArray alive = bookmarkOf(desktop.container.write(u"letter.txt"_s, "here"));
     SlowDisk disk;
+    const auto asked = std::make_shared<std::atomic<int>>(0);
     desktop.files = std::make_unique<BackgroundFileLookup>(
         desktop.scheduler, [&desktop](const FileLook &look) { return desktop.workspace.icon(look.path); },
-        [dead, isPlugged = disk.isPlugged](const QByteArray &bookmark) {
-            if (bookmark == dead)
+        [dead, asked, isPlugged = disk.isPlugged](const QByteArray &bookmark) {
+            if (bookmark == dead) {
+                ++*asked;
                 isPlugged.wait();
+            }
             return readFileReport(bookmark);
         });
     FileLookup &files = *desktop.files;
     QList<Presence> answers;
-    for (int looks = 0; looks < 100; ++looks) // one job at most waits for the disk
+    for (int looks = 0; looks < 100; ++looks)
         files.look(dead, [&answers](const KnownFile &file) { answers << file.presence; });
     EXPECT_EQ(desktop.look(alive).presence, Presence::Present);
     EXPECT_EQ(files.known(dead)->presence, Presence::Unknown);
     EXPECT_TRUE(answers.isEmpty());
+    ASSERT_TRUE(eventually([&asked] { return *asked == 1; }));
     desktop.scheduler.advance(BackgroundFileLookup::patience);
     EXPECT_EQ(answers, QList<Presence>(100, Presence::Unreachable));
     EXPECT_FALSE(files.known(dead)->icon.isNull()) << "its name tells something";
-    files.look(dead);
+    files.look(dead, [&answers](const KnownFile &file) { answers << file.presence; });
+    EXPECT_EQ(answers.size(), 100);
     desktop.scheduler.advance(BackgroundFileLookup::patience);
+    EXPECT_EQ(answers.size(), 101) << "whoever asks later is answered as well";
+    EXPECT_TRUE(files.isLooking(dead));
 
     disk.plug.set_value();
     EXPECT_TRUE(eventually([&files, &dead] { return files.known(dead)->presence == Presence::Present; }));
+    EXPECT_EQ(answers.size(), 101) << "nothing is opened out of the blue";
+    EXPECT_FALSE(files.isLooking(dead));
+    EXPECT_EQ(*asked, 1) << "one thread at most waits for one file";
 }
 
 TEST(BackgroundFileLookup, KeepsNobodyFromEnding)
 {
     LookupDesktop desktop;
     SlowDisk disk;
+    const auto isBegun = std::make_shared<std::promise<void>>();
     desktop.files = std::make_unique<BackgroundFileLookup>(
         desktop.scheduler, [](const FileLook &) { return Image(); },
-        [isPlugged = disk.isPlugged](const QByteArray &) {
+        [isBegun, isPlugged = disk.isPlugged](const QByteArray &) {
+            isBegun->set_value();
             isPlugged.wait();
             return FileReport();
         });
     const QByteArray bookmark = bookmarkOf(desktop.container.write(u"letter.txt"_s, "here"));
     desktop.files->look(bookmark, [](const KnownFile &) { ADD_FAILURE() << "nobody is there to hear it"; });
+    isBegun->get_future().wait();
     desktop.files.reset(); // would hang here
     disk.plug.set_value();
 }

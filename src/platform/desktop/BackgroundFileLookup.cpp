@@ -11,8 +11,8 @@ namespace {
 
 using Presence = KnownFile::Presence;
 
-constexpr int threads = 4;
-constexpr qsizetype mostKnown = 4096; // files; rings hold some dozens
+constexpr int threads = 8;              // they mostly wait
+constexpr qsizetype mostKnown = 20'000; // files; rings hold some dozens
 
 } // namespace
 
@@ -46,37 +46,60 @@ void BackgroundFileLookup::look(const QByteArray &bookmark, Answer then)
     forgetSome();
     Entry &entry = m_entries[bookmark];
     entry.file = *file;
+    // Whoever asks while a look goes on for long is answered in time as well.
+    const bool isAwaited = then && entry.waiting.empty();
     if (then)
         entry.waiting.push_back(std::move(then));
-    if (!std::exchange(entry.isLooking, true))
+    if (!entry.look)
         start(bookmark, entry);
+    else if (isAwaited)
+        beImpatient(bookmark, entry.look);
+}
+
+bool BackgroundFileLookup::isLooking(const QByteArray &bookmark) const
+{
+    const auto entry = m_entries.constFind(bookmark);
+    return entry != m_entries.cend() && entry->look;
 }
 
 void BackgroundFileLookup::start(const QByteArray &bookmark, Entry &entry)
 {
-    m_jobs.start([this, bookmark, read = m_read]() -> BackgroundJobs::Delivery {
+    entry.look = std::make_shared<Look>();
+    m_jobs.start([this, bookmark, look = entry.look, read = m_read]() -> BackgroundJobs::Delivery {
+        look->isBegun = true;
         // Carried out here again, and only while this object is there.
         return [this, bookmark, report = read(bookmark)] { take(bookmark, report); };
     });
-    m_scheduler.after(patience, *this, [this, bookmark, look = ++entry.looks] { giveUpWaiting(bookmark, look); });
+    beImpatient(bookmark, entry.look);
+}
+
+void BackgroundFileLookup::beImpatient(const QByteArray &bookmark, const std::weak_ptr<Look> &look)
+{
+    m_scheduler.after(patience, *this, [this, bookmark, look] { giveUpWaiting(bookmark, look); });
 }
 
 void BackgroundFileLookup::take(const QByteArray &bookmark, const FileReport &report)
 {
-    Entry &entry = m_entries[bookmark];
-    entry.isLooking = false;
-    KnownFile file = entry.file;
+    KnownFile file = m_entries[bookmark].file;
     file.presence = report.presence;
-    if (report.presence == Presence::Present)
+    if (report.presence == Presence::Present) {
         file = {report.presence, report.look.path, report.bookmark, m_iconOf(report.look), report.look.isDirectory};
+        if (report.bookmark != bookmark)
+            m_entries[report.bookmark].file = file; // by which it will be asked for once it is stored
+    }
+    Entry &entry = m_entries[bookmark];
+    entry.look.reset();
     update(entry, file);
 }
 
-void BackgroundFileLookup::giveUpWaiting(const QByteArray &bookmark, int look)
+void BackgroundFileLookup::giveUpWaiting(const QByteArray &bookmark, const std::weak_ptr<Look> &look)
 {
     const auto entry = m_entries.find(bookmark);
-    if (entry == m_entries.end() || !entry->isLooking || entry->looks != look)
+    const auto awaited = look.lock();
+    if (entry == m_entries.end() || !awaited || entry->look != awaited)
         return;
+    if (!awaited->isBegun)
+        return beImpatient(bookmark, look); // nobody has asked the disk yet
     KnownFile file = entry->file;
     file.presence = Presence::Unreachable;
     update(*entry, file);
@@ -102,7 +125,7 @@ void BackgroundFileLookup::announceChange()
 void BackgroundFileLookup::forgetSome()
 {
     if (m_entries.size() >= mostKnown)
-        m_entries.removeIf([](auto entry) { return !entry->isLooking; });
+        m_entries.removeIf([](auto entry) { return !entry->look; });
 }
 
 } // namespace Orbita

@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+#include <atomic>
+#include <memory>
 #include <vector>
 
 namespace Orbita {
@@ -38,18 +40,24 @@ public:
 
     [[nodiscard]] std::optional<KnownFile> known(const QByteArray &bookmark) const override;
     void look(const QByteArray &bookmark, Answer then = {}) override;
+    [[nodiscard]] bool isLooking(const QByteArray &bookmark) const override;
 
 private:
+    /// A look that has not come back.
+    struct Look {
+        std::atomic<bool> isBegun = false; ///< set by the thread that looks: until then it waits for others
+    };
     struct Entry {
         KnownFile file;
         std::vector<Answer> waiting;
-        int looks = 0; ///< tells the wait for one look from those before
-        bool isLooking = false;
+        std::shared_ptr<Look> look; ///< null where nobody is looking
     };
 
     void start(const QByteArray &bookmark, Entry &entry);
     void take(const QByteArray &bookmark, const FileReport &report);
-    void giveUpWaiting(const QByteArray &bookmark, int look);
+    /// Gives up waiting for \a look, when the disk has had its time for it.
+    void beImpatient(const QByteArray &bookmark, const std::weak_ptr<Look> &look);
+    void giveUpWaiting(const QByteArray &bookmark, const std::weak_ptr<Look> &look);
     void update(Entry &entry, const KnownFile &file);
     void announceChange();
     void forgetSome();

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <sys/stat.h>
+
 namespace Orbita {
 
 namespace {
@@ -67,6 +69,15 @@ QStringList iconNamesForFileName(const QString &path)
     const GlibPointer<char> type(g_content_type_guess(QFile::encodeName(path).constData(), nullptr, 0, nullptr));
     const GObjectPointer<GIcon> icon(g_content_type_get_icon(type.get()));
     return iconNames(icon.get());
+}
+
+qint64 timeOfChange(const QString &path)
+{
+    constexpr qint64 nanoseconds = 1'000'000'000;
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
+        return 0;
+    return status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec;
 }
 
 QString contentType(const QString &path)

@@ -17,6 +17,9 @@ namespace Orbita {
 /// The names of theme icons for files that are called like \a path, best first. Asks no disk.
 [[nodiscard]] QStringList iconNamesForFileName(const QString &path);
 
+/// When the regular file at \a path was changed, in nanoseconds since 1970; 0 when there is none.
+[[nodiscard]] qint64 timeOfChange(const QString &path);
+
 /// The content type of the file at \a path, from its name and, where that is not enough, its first bytes.
 /// Empty when there is no such file.
 [[nodiscard]] QString contentType(const QString &path);

@@ -5,26 +5,13 @@
 #include "platform/desktop/FileInfo.h"
 #include "platform/desktop/LaunchTrust.h"
 
-#include <QFile>
 #include <QFileInfo>
-
-#include <sys/stat.h>
 
 namespace Orbita {
 
 namespace {
 
 const QString applicationIcon = QStringLiteral("application-x-executable");
-
-/// When the regular file at \a path was changed, in nanoseconds since 1970; 0 when there is none.
-qint64 timeOfChange(const QString &path)
-{
-    constexpr qint64 nanoseconds = 1'000'000'000;
-    struct stat status = {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
-        return 0;
-    return status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec;
-}
 
 } // namespace
 

@@ -34,15 +34,6 @@ struct Folder {
 constexpr std::array folders{Folder{"normal", 128}, Folder{"large", 256}, Folder{"x-large", 512},
                              Folder{"xx-large", 1024}};
 
-/// When the thumbnail at \a path was changed, in nanoseconds since 1970; 0 when there is none.
-qint64 timeOfThumbnail(const QString &path)
-{
-    struct stat status = {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
-        return 0;
-    return status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec;
-}
-
 struct Thumbnail {
     QString path;
     int side = 0;
@@ -114,7 +105,7 @@ Image Thumbnails::icon(const QString &path, qint64 timeOfChange, const Image &ty
     std::vector<Thumbnail> thumbnails;
     for (std::size_t i = 0; i < folders.size(); ++i) {
         const QString file = QStringLiteral("%1/%2/%3.png").arg(m_root, QLatin1String(folders[i].name), name);
-        times[i + 1] = timeOfThumbnail(file);
+        times[i + 1] = Orbita::timeOfChange(file);
         if (times[i + 1] != 0)
             thumbnails.push_back({file, folders[i].side});
     }

@@ -25,12 +25,15 @@ void MemoryFileLookup::look(const QByteArray &bookmark, Answer then)
     if (!before)
         return;
     looked << bookmark;
-    if (!answers)
+    if (!answers) {
+        m_unanswered.insert(bookmark);
         return;
+    }
+    m_unanswered.remove(bookmark);
     const KnownFile now = see(bookmark, *before);
     m_known.insert(bookmark, now);
     if (now != *before)
-        Q_EMIT changed();
+        QMetaObject::invokeMethod(this, &FileLookup::changed, Qt::QueuedConnection);
     if (then)
         then(now);
 }

@@ -3,6 +3,7 @@
 #include "platform/FileLookup.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace Orbita {
 
@@ -17,6 +18,7 @@ public:
 
     [[nodiscard]] std::optional<KnownFile> known(const QByteArray &bookmark) const override;
     void look(const QByteArray &bookmark, Answer then = {}) override;
+    [[nodiscard]] bool isLooking(const QByteArray &bookmark) const override { return m_unanswered.contains(bookmark); }
 
     bool answers = true;      ///< false: disks do not answer, not even that they do not
     bool isMounted = true;    ///< false: nothing can be reached
@@ -27,6 +29,7 @@ private:
 
     const Workspace &m_workspace;
     QHash<QByteArray, KnownFile> m_known;
+    QSet<QByteArray> m_unanswered;
 };
 
 } // namespace Orbita

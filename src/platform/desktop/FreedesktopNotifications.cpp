@@ -2,10 +2,10 @@
 
 #include "base/ProgramNames.h"
 #include "platform/Log.h"
+#include "platform/desktop/BusCall.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
@@ -36,18 +36,9 @@ QDBusMessage notification(const QString &title, const QString &body)
     return request;
 }
 
-/// Sends \a request and calls \a then with the answer, unless \a asker is gone by then. Without a bus the answer is an
-/// error like any other.
 void ask(QObject *asker, const QDBusMessage &request, const std::function<void(const QDBusPendingCall &)> &then)
 {
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    const auto call = bus.isConnected() ? bus.asyncCall(request)
-                                        : QDBusPendingCall::fromError({QDBusError::NoServer, u"There is no bus"_s});
-    auto *watcher = new QDBusPendingCallWatcher(call, asker);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, asker, [watcher, then] {
-        watcher->deleteLater();
-        then(*watcher);
-    });
+    askOnBus(QDBusConnection::sessionBus(), request, asker, then);
 }
 
 } // namespace

@@ -49,6 +49,7 @@ QProcessEnvironment SessionFolders::environment() const
     set("XDG_SESSION_TYPE", QStringLiteral("x11"));
     // Even where there is no bus: otherwise programs start one of their own.
     set("DBUS_SESSION_BUS_ADDRESS", busAddress());
+    set("DBUS_SYSTEM_BUS_ADDRESS", systemBusAddress());
     return environment;
 }
 

@@ -20,6 +20,8 @@ public:
     [[nodiscard]] QString cache() const { return home() + QStringLiteral("/.cache"); }
     [[nodiscard]] QString state() const { return home() + QStringLiteral("/.local/state"); }
     [[nodiscard]] QString busAddress() const { return QStringLiteral("unix:path=%1/bus").arg(runtime()); }
+    /// Where programs look for the system bus. None is there unless a test starts it.
+    [[nodiscard]] QString systemBusAddress() const { return QStringLiteral("unix:path=%1/system").arg(runtime()); }
 
     /// The folders as programs find them, with the little that has to come from outside: where programs, libraries
     /// and sanitizer options are.

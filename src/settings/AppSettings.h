@@ -75,6 +75,7 @@ public:
     void startHandlers();
     void stopHandlers() { m_handlers.stop(); }
     void checkHandlers() { m_handlers.check(); }
+    void setHandlersSuspended(bool suspended) { m_handlers.setSuspended(suspended); }
 
 Q_SIGNALS:
     void magnifySettingsChanged();

@@ -93,6 +93,24 @@ TEST_F(TriggerHandlersTest, enableTheTapOfTheirTriggerAndReviveIt)
     EXPECT_FALSE(m_handlers.isStarted());
 }
 
+TEST_F(TriggerHandlersTest, enableNoTapWhileSuspendedAndAllAnewAfterwards)
+{
+    MemoryEventTaps &taps = m_triggers.taps;
+    const auto areEnabled = [&] { return taps.mouseUp.isEnabled() || taps.touch.isEnabled(); };
+    m_handlers.setSuspended(true);
+    m_handlers.setSuspended(false);
+    EXPECT_FALSE(areEnabled()) << "they are not started";
+    start(GestureTriggerThreeFingerRest);
+    m_handlers.setSuspended(true);
+    m_handlers.check();
+    EXPECT_FALSE(areEnabled());
+    start(GestureTriggerThreeFingerRest);
+    EXPECT_FALSE(areEnabled());
+    EXPECT_EQ(m_triggers.hotKeys.held.size(), 1U) << "another program could take the shortcut";
+    m_handlers.setSuspended(false);
+    EXPECT_TRUE(taps.mouseUp.isEnabled() && taps.touch.isEnabled());
+}
+
 TEST_F(TriggerHandlersTest, hearTheShortcutAndEachButtonOfTheirTrigger)
 {
     start(GestureTriggerNone);

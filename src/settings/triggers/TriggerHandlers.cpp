@@ -47,23 +47,37 @@ void TriggerHandlers::start()
 {
     stop();
     m_sources.shortcuts.registerGlobalShortcut(shortcutKey, [this] { Q_EMIT shouldShow(ShowEvent::Shortcut); });
-    enable(&m_sources.mouseUp);
-    enable(tapOfTrigger());
+    check();
     m_watchdogTimer.start();
 }
 
 void TriggerHandlers::stop()
 {
     m_sources.shortcuts.unregisterGlobalShortcut(shortcutKey);
+    disableTaps();
+    m_watchdogTimer.stop();
+}
+
+void TriggerHandlers::disableTaps()
+{
     m_sources.touch.setEnabled(false);
     m_sources.mouseUp.setEnabled(false);
     m_sources.mouseMoved.setEnabled(false);
     m_sources.otherMouseDown.setEnabled(false);
-    m_watchdogTimer.stop();
+}
+
+void TriggerHandlers::setSuspended(bool suspended)
+{
+    m_isSuspended = suspended;
+    disableTaps();
+    if (isStarted())
+        check();
 }
 
 void TriggerHandlers::check()
 {
+    if (m_isSuspended)
+        return;
     enable(&m_sources.mouseUp);
     enable(tapOfTrigger());
 }

@@ -47,11 +47,14 @@ public:
                     std::function<Time()> clock = &std::chrono::steady_clock::now, QObject *parent = nullptr);
     ~TriggerHandlers() override;
 
-    /// Stops, then takes the shortcut and enables the taps and the watchdog.
+    /// Stops, then takes the shortcut and enables the taps, unless they are suspended, and the watchdog.
     void start();
     void stop();
+    /// While suspended no tap is enabled, whether started or not; the shortcut stays taken. The end of it enables all
+    /// taps anew, so that they find the devices that came meanwhile.
+    void setSuspended(bool suspended);
     [[nodiscard]] bool isStarted() const { return m_watchdogTimer.isActive(); }
-    /// Enables again each tap that ought to be enabled. The watchdog does so every 8 seconds.
+    /// Enables again each tap that ought to be enabled; none while suspended. The watchdog does so every 8 seconds.
     void check();
     /// Makes those checks on resting fingers whose time has come. A timer does so while there are any.
     void makeRestChecks();
@@ -64,6 +67,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] EventTap *tapOfTrigger() const;
+    void disableTaps();
     void otherMouseDown(int buttonNumber);
     void touched(const Touches &touching);
     void pinched();
@@ -75,6 +79,7 @@ private:
     std::function<GestureTrigger()> m_trigger;
     std::function<Time()> m_clock;
     QTimer m_watchdogTimer{this};
+    bool m_isSuspended = false;
     FingerRestDetector m_fingerRest;
     QQueue<Time> m_restChecks; ///< when the detector's checks are to be made, the next first
     QTimer m_restTimer;        ///< ticks while there are such checks

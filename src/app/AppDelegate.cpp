@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/CommandService.h"
+#include "app/Log.h"
 #include "app/RingPlacement.h"
 #include "app/StatusItem.h"
 #include "app/ToolkitLink.h"
@@ -8,6 +9,7 @@
 #include "model/ItemServices.h"
 #include "platform/DesktopAppearance.h"
 #include "platform/FileLookup.h"
+#include "platform/SessionState.h"
 #include "platform/Stage.h"
 #include "platform/UserDefaults.h"
 #include "ring/RenderedPictures.h"
@@ -22,6 +24,20 @@
 namespace Orbita {
 
 namespace {
+
+/// Why nothing is shown; empty where something may be.
+QString refusalToShow(SessionState::State session)
+{
+    switch (session) {
+    case SessionState::State::Locked:
+        return AppDelegate::tr("Nothing is shown while the session is locked.");
+    case SessionState::State::InBackground:
+        return AppDelegate::tr("Nothing is shown while the screen shows another session.");
+    case SessionState::State::Active:
+        break;
+    }
+    return {};
+}
 
 /// The side of an item, in points, in a ring of \a ringSide points with \a count items and none magnified.
 double restingItemSide(double ringSide, std::size_t count)
@@ -48,11 +64,27 @@ void AppDelegate::listenToTriggers()
     m_services.settings.startHandlers();
 }
 
+void AppDelegate::followSession()
+{
+    const QString refusal = refusalToShow(m_services.session.state());
+    // Whose fingers are on the touchpad while the user is away is none of ours to know.
+    m_services.settings.setHandlersSuspended(!refusal.isEmpty());
+    if (refusal.isEmpty())
+        return;
+    qCInfo(lcApp).noquote() << refusal;
+    if (m_windowController) {
+        m_windowController->finishDrag();
+        // Raising a window now could bring it before the locker's.
+        m_windowController->hideWindow(ReactivatePrevious::No, ForceHide::Yes);
+    }
+}
+
 void AppDelegate::applicationDidFinishLaunching(TakesKeyboard settingsKeyboard)
 {
     AppSettings &settings = m_services.settings;
     connect(&settings, &AppSettings::shouldShow, this, &AppDelegate::orbitaShouldShow);
     connect(&settings, &AppSettings::shouldHide, this, &AppDelegate::orbitaShouldHide);
+    connect(&m_services.session, &SessionState::changed, this, &AppDelegate::followSession);
     if (!settings.launchedBefore()) {
         presentSettings(settingsKeyboard);
         settings.setLaunchedBefore(true);
@@ -89,6 +121,7 @@ void AppDelegate::applicationWillTerminate()
 
 void AppDelegate::follow(CommandService &commands)
 {
+    commands.setRefusalToShow([this] { return refusalToShow(m_services.session.state()); });
     connect(&commands, &CommandService::showRequested, this, &AppDelegate::showRing);
     connect(&commands, &CommandService::hideRequested, this, [this] {
         if (m_windowController)
@@ -122,6 +155,8 @@ bool AppDelegate::presentDialog()
 
 void AppDelegate::showAt(QPointF pointer, ShowEvent event)
 {
+    if (!m_services.session.isUsable())
+        return;
     // An open dialog is what has to be answered first; the ring stays as it is.
     if (presentDialog() || (m_windowController && !m_windowController->canClose()))
         return;
@@ -158,6 +193,8 @@ void AppDelegate::toggle()
 void AppDelegate::showRing()
 {
     m_services.ring.stage.locatePointer(this, [this](QPointF pointer) {
+        if (!m_services.session.isUsable())
+            return;
         // A trigger over a ring that fades out is not heard; a command is.
         if (m_windowController && m_windowController->isShown())
             showAt(pointer, ShowEvent::Trackpad);
@@ -192,7 +229,8 @@ void AppDelegate::ringWindowDidDisappear()
 
 void AppDelegate::showSettings()
 {
-    presentSettings(TakesKeyboard::Yes);
+    if (m_services.session.isUsable())
+        presentSettings(TakesKeyboard::Yes);
 }
 
 void AppDelegate::presentSettings(TakesKeyboard keyboard)

@@ -35,6 +35,8 @@ public:
     void applicationWillTerminate();
     void follow(CommandService &commands);
 
+    // Nothing is shown, by whatever way, while the session is not usable.
+
     /// Shows the ring, or, for the shortcut with the pointer on a shown ring, hides it.
     void orbitaShouldShow(ShowEvent event);
     /// Hides the ring unless the pointer is over it.
@@ -44,6 +46,7 @@ public:
     void showSettings();
 
 private:
+    void followSession();
     void preparePictures();
     void presentSettings(TakesKeyboard keyboard);
     [[nodiscard]] QPointF centreFor(QPointF pointer) const;

@@ -13,6 +13,13 @@ namespace {
 
 using Signal = void (CommandService::*)();
 
+/// A toggle counts as well: while something is refused the ring is hidden already.
+bool showsSomething(Signal command)
+{
+    return command == &CommandService::showRequested || command == &CommandService::toggleRequested
+        || command == &CommandService::settingsRequested;
+}
+
 const QHash<QString, Signal> &commands()
 {
     static const QHash<QString, Signal> commands{
@@ -36,15 +43,20 @@ CommandService::CommandService(StartReason reason, QObject *parent)
     new OrbitaAdaptor(*this, m_application);
     connect(&m_application, &DesktopApplication::activated, this, &CommandService::activate);
     connect(&m_application, &DesktopApplication::opened, this, &CommandService::urlsOpened);
-    connect(&m_application, &DesktopApplication::actionRequested, this, [this](const QString &name) {
-        Q_EMIT(this->*commands().value(name))();
-    });
+    connect(&m_application, &DesktopApplication::actionRequested, this,
+            [this](const QString &name) { request(commands().value(name)); });
     connect(this, &CommandService::stopScriptsRequested, this, &CommandService::stopScripts);
-    // What the program was started for is the first call to come, whichever it is.
-    const auto hasCome = [this] { m_awaitsActivation = false; };
-    for (const Signal command : commands())
-        connect(this, command, this, hasCome);
-    connect(this, &CommandService::urlsOpened, this, hasCome);
+    connect(this, &CommandService::urlsOpened, this, [this] { m_awaitsActivation = false; });
+}
+
+void CommandService::request(Command command)
+{
+    m_awaitsActivation = false; // what the program was started for is the first call to come, whichever it is
+    const QString refusal = m_refusalToShow && showsSomething(command) ? m_refusalToShow() : QString();
+    if (refusal.isEmpty())
+        Q_EMIT(this->*command)();
+    else
+        m_application.refuse(refusal);
 }
 
 CommandService::Registration CommandService::registerOn(QDBusConnection bus)
@@ -52,12 +64,16 @@ CommandService::Registration CommandService::registerOn(QDBusConnection bus)
     return m_application.registerOn(std::move(bus));
 }
 
-bool CommandService::callInstance(const QDBusConnection &bus, const QString &method)
+std::optional<QString> CommandService::callInstance(const QDBusConnection &bus, const QString &method)
 {
     const QString &interface = orbitaNames.bus; // OrbitaAdaptor's
     const auto call = QDBusMessage::createMethodCall(orbitaNames.bus, DesktopApplication::objectPath(orbitaNames.bus),
                                                      interface, method);
-    return bus.call(call).type() == QDBusMessage::ReplyMessage;
+    const QDBusMessage answer = bus.call(call);
+    if (answer.type() == QDBusMessage::ReplyMessage)
+        return std::nullopt;
+    const bool isRefused = answer.errorName() == DesktopApplication::refusalError(orbitaNames.bus);
+    return isRefused ? answer.errorMessage() : QStringLiteral("Orbita runs but did not answer.");
 }
 
 void CommandService::stopScripts()
@@ -74,7 +90,7 @@ void CommandService::stopScripts()
 void CommandService::activate()
 {
     if (!std::exchange(m_awaitsActivation, false))
-        Q_EMIT settingsRequested();
+        request(&CommandService::settingsRequested);
 }
 
 } // namespace Orbita

@@ -4,6 +4,9 @@
 
 #include <QDBusAbstractAdaptor>
 
+#include <functional>
+#include <optional>
+
 namespace Orbita {
 
 /// What the program was started for.
@@ -24,8 +27,11 @@ public:
 
     /// Takes the name on \a bus. Commands arrive with the next turns of the event loop.
     [[nodiscard]] Registration registerOn(QDBusConnection bus);
-    /// Calls \a method of the instance that has the name. False when it did not answer.
-    [[nodiscard]] static bool callInstance(const QDBusConnection &bus, const QString &method);
+    /// \a refusal is asked before each command that shows something; where it has a sentence to say why not, that is
+    /// the answer to the call instead.
+    void setRefusalToShow(std::function<QString()> refusal) { m_refusalToShow = std::move(refusal); }
+    /// Calls \a method of the instance that has the name. A sentence for the user where it was not carried out.
+    [[nodiscard]] static std::optional<QString> callInstance(const QDBusConnection &bus, const QString &method);
 
 Q_SIGNALS:
     void showRequested();
@@ -38,12 +44,18 @@ Q_SIGNALS:
     void urlsOpened(const QStringList &urls);
 
 private:
+    friend class OrbitaAdaptor;
+    using Command = void (CommandService::*)();
+
+    /// Emits \a command unless it is refused.
+    void request(Command command);
     void activate();
     /// Passes on to the companion, where it runs, that the scripts are to end.
     void stopScripts();
 
     DesktopApplication m_application;
-    bool m_awaitsActivation; ///< the call that the program was started for is yet to come
+    std::function<QString()> m_refusalToShow; ///< may be empty
+    bool m_awaitsActivation;                  ///< the call that the program was started for is yet to come
 };
 
 /// The interface "org.orbita.Orbita".
@@ -55,12 +67,12 @@ public:
     OrbitaAdaptor(CommandService &service, QObject &object) : QDBusAbstractAdaptor(&object), m_service(service) {}
 
 public Q_SLOTS:
-    void Show() { Q_EMIT m_service.showRequested(); }
-    void Hide() { Q_EMIT m_service.hideRequested(); }
-    void Toggle() { Q_EMIT m_service.toggleRequested(); }
-    void ShowSettings() { Q_EMIT m_service.settingsRequested(); }
-    void StopScripts() { Q_EMIT m_service.stopScriptsRequested(); }
-    void Quit() { Q_EMIT m_service.quitRequested(); }
+    void Show() { m_service.request(&CommandService::showRequested); }
+    void Hide() { m_service.request(&CommandService::hideRequested); }
+    void Toggle() { m_service.request(&CommandService::toggleRequested); }
+    void ShowSettings() { m_service.request(&CommandService::settingsRequested); }
+    void StopScripts() { m_service.request(&CommandService::stopScriptsRequested); }
+    void Quit() { m_service.request(&CommandService::quitRequested); }
 
 private:
     CommandService &m_service;

@@ -9,6 +9,7 @@
 #include "model/RunningAppMenuItem.h"
 #include "platform/FileLookup.h"
 #include "platform/Scheduler.h"
+#include "platform/SessionState.h"
 #include "platform/Stage.h"
 #include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
@@ -203,8 +204,10 @@ void RingWindowController::hideWindow(ReactivatePrevious reactivate, ForceHide)
         return;
     m_isHiding = true;
     m_itemMenu.close();
-    // Opacity has no effect without a compositor: a dismissed ring would only stand in the way.
-    const auto animated = m_services.ring.stage.isCompositing() ? Animated::Yes : Animated::No;
+    // Opacity has no effect without a compositor: a dismissed ring would only stand in the way. Nor may it linger
+    // where somebody else sits before the screen.
+    const bool fades = m_services.ring.stage.isCompositing() && m_services.session.isUsable();
+    const auto animated = fades ? Animated::Yes : Animated::No;
     m_fade.fadeTo(
         0.0, [this] { finishHiding(); }, animated);
     if (reactivate == ReactivatePrevious::Yes)
@@ -377,7 +380,8 @@ bool RingWindowController::ringViewSectionSupportsDrop(RingView &, qint64)
 bool RingWindowController::opensOnHover(qint64 position) const
 {
     const SwiftMode mode = m_services.settings.swiftMode();
-    if (mode == SwiftMode::Off || position == m_lastSwiftItemIndex || !windowVisible())
+    if (mode == SwiftMode::Off || position == m_lastSwiftItemIndex || !windowVisible()
+        || !m_services.session.isUsable())
         return false;
     const MenuItem &item = *m_menuItems.objectAt(std::size_t(position));
     if (!item.isAvailable())

@@ -21,6 +21,7 @@ class AppSettings;
 class CloseButton;
 class RingWindow;
 class Scheduler;
+class SessionState;
 class UserDefaults;
 class UserNotifications;
 struct ItemServices;
@@ -34,6 +35,7 @@ struct ControllerServices {
     RingServices ring;
     Scheduler &scheduler;
     UserNotifications &notifications;
+    const SessionState &session;
 };
 
 /// Whether the application that had the keyboard before the ring gets it back.

@@ -2,22 +2,25 @@
 
 #include "app/Log.h"
 #include "platform/InputAccess.h"
+#include "platform/SessionState.h"
 #include "platform/UserNotifications.h"
 #include "settings/AppSettings.h"
 #include "settings/triggers/TriggerMatch.h"
 
 namespace Orbita {
 
-TouchpadTrust::TouchpadTrust(AppSettings &settings, InputAccess &access, UserNotifications &notifications)
-    : m_settings(settings), m_access(access), m_notifications(notifications)
+TouchpadTrust::TouchpadTrust(AppSettings &settings, InputAccess &access, const SessionState &session,
+                             UserNotifications &notifications)
+    : m_settings(settings), m_access(access), m_session(session), m_notifications(notifications)
 {
     connect(&settings, &AppSettings::handlersStarting, this, &TouchpadTrust::makeTrustedIfNeccessary);
     connect(&access, &InputAccess::changed, this, &TouchpadTrust::makeTrustedIfNeccessary);
+    connect(&session, &SessionState::changed, this, &TouchpadTrust::makeTrustedIfNeccessary);
 }
 
 void TouchpadTrust::makeTrustedIfNeccessary()
 {
-    if (m_hasTold || triggerTap(m_settings.gestureSettings()) != TriggerTap::Touch
+    if (m_hasTold || !m_session.isUsable() || triggerTap(m_settings.gestureSettings()) != TriggerTap::Touch
         || m_access.touchpads() != InputAccess::Touchpads::Refused)
         return;
     m_hasTold = true;

@@ -24,6 +24,7 @@
 #include "platform/desktop/FreedesktopNotifications.h"
 #include "platform/desktop/GioUrlHandler.h"
 #include "platform/desktop/GioWorkspace.h"
+#include "platform/desktop/LogindSessionState.h"
 #include "platform/desktop/PlasmaHotKeyService.h"
 #include "platform/desktop/StartupNotifier.h"
 #include "platform/evdev/EvdevTouchEventTap.h"
@@ -106,7 +107,7 @@ struct Program {
     explicit Program(std::optional<TouchRecording> recording) : touchpads(std::move(recording))
     {
         if (touchpads.access)
-            touchpadTrust.emplace(settings, *touchpads.access, notifications);
+            touchpadTrust.emplace(settings, *touchpads.access, session, notifications);
         else if (triggerTap(settings.gestureSettings()) != TriggerTap::Touch)
             qCWarning(lcApp, "The recording waits until a gesture on the touchpad is the trigger.");
     }
@@ -122,6 +123,7 @@ struct Program {
                           desktop.stage, shortcuts}};
     FreedesktopNotifications notifications;
     Notices notices{notifications};
+    LogindSessionState session;
     std::optional<TouchpadTrust> touchpadTrust;
     TimerScheduler scheduler;
     BackgroundFileLookup files{scheduler, [this](const FileLook &look) { return desktop.workspace.iconOf(look); }};
@@ -140,11 +142,17 @@ struct Program {
     FrameClock clock{desktop.appearance};
     RenderedPictures pictures;
     RingWindow window{desktop.stage, desktop.blur};
-    AppDelegate delegate{
-        window,
-        {directories.container, settings, defaults, items, {desktop.stage, clock, pictures}, scheduler, notifications},
-        toolkitLink,
-        desktop.appearance};
+    AppDelegate delegate{window,
+                         {directories.container,
+                          settings,
+                          defaults,
+                          items,
+                          {desktop.stage, clock, pictures},
+                          scheduler,
+                          notifications,
+                          session},
+                         toolkitLink,
+                         desktop.appearance};
 };
 
 /// Asked first, because the toolkit ends the program with a core dump where there is no display.
@@ -196,8 +204,8 @@ int passOn(const Request &request)
     if (request.reason == StartReason::BusActivation)
         return EXIT_SUCCESS; // the bus hands its call to the instance that has the name
     const QString method = request.method.isEmpty() ? QStringLiteral("ShowSettings") : request.method;
-    if (!CommandService::callInstance(QDBusConnection::sessionBus(), method))
-        return fail(QStringLiteral("Orbita runs but did not answer."));
+    if (const auto failure = CommandService::callInstance(QDBusConnection::sessionBus(), method))
+        return fail(*failure);
     signalReady();
     return EXIT_SUCCESS;
 }
@@ -227,15 +235,16 @@ int run(OrbitaApplication &application)
         program.delegate.listenToTriggers();
     program.delegate.applicationDidFinishLaunching(showsRing ? TakesKeyboard::No : TakesKeyboard::Yes);
     // Not before the event loop runs: until then it is not known who has the keyboard and is to get it back.
-    QTimer::singleShot(0, &program.delegate, [&delegate = program.delegate, &request, showsRing] {
+    QTimer::singleShot(0, &program.delegate, [&program, &delegate = program.delegate, &request, showsRing] {
         if (showsRing)
             delegate.showRing();
         else if (!request.method.isEmpty())
             delegate.showSettings();
         signalReady();
-        QTimer::singleShot(0, &delegate, [&delegate, showsRing] {
+        QTimer::singleShot(0, &delegate, [&program, &delegate, showsRing] {
             if (showsRing)
                 delegate.listenToTriggers();
+            program.session.follow(QDBusConnection::systemBus(), QDBusConnection::sessionBus());
             delegate.prepareAtLeisure();
         });
     });

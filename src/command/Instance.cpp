@@ -1,6 +1,8 @@
 #include "command/Instance.h"
 
+#include <algorithm>
 #include <memory>
+#include <string_view>
 
 #include <systemd/sd-bus.h>
 
@@ -36,16 +38,33 @@ MessagePointer newCall(sd_bus *bus, const char *interface, const char *method)
     return MessagePointer(created);
 }
 
-CallResult send(sd_bus *bus, sd_bus_message *call)
+/// What a program of the session says, made fit for a terminal.
+std::string singleLine(std::string_view text)
+{
+    constexpr std::size_t longest = 300;
+    std::string line(text.substr(0, longest));
+    const auto isControl = [](unsigned char byte) { return byte < ' ' || byte == 0x7f; };
+    std::ranges::replace_if(line, isControl, ' ');
+    return line;
+}
+
+CallAnswer answerTo(const sd_bus_error &error)
+{
+    if (sd_bus_error_has_name(&error, SD_BUS_ERROR_SERVICE_UNKNOWN)
+        || sd_bus_error_has_name(&error, SD_BUS_ERROR_NAME_HAS_NO_OWNER))
+        return {CallResult::NotRunning};
+    if (sd_bus_error_has_name(&error, "org.orbita.Orbita.Refused") && error.message)
+        return {CallResult::Refused, singleLine(error.message)};
+    return {CallResult::Failed};
+}
+
+CallAnswer send(sd_bus *bus, sd_bus_message *call)
 {
     sd_bus_error error = SD_BUS_ERROR_NULL;
     const int result = sd_bus_call(bus, call, answerTimeout, &error, nullptr);
-    const bool nobody = sd_bus_error_has_name(&error, SD_BUS_ERROR_SERVICE_UNKNOWN)
-        || sd_bus_error_has_name(&error, SD_BUS_ERROR_NAME_HAS_NO_OWNER);
+    CallAnswer answer = result >= 0 ? CallAnswer{CallResult::Done} : answerTo(error);
     sd_bus_error_free(&error);
-    if (result >= 0)
-        return CallResult::Done;
-    return nobody ? CallResult::NotRunning : CallResult::Failed;
+    return answer;
 }
 
 bool appendUrls(sd_bus_message *call, const std::vector<std::string> &urls)
@@ -59,20 +78,20 @@ bool appendUrls(sd_bus_message *call, const std::vector<std::string> &urls)
 
 } // namespace
 
-CallResult callInstance(const char *method)
+CallAnswer callInstance(const char *method)
 {
     const BusPointer bus = openSessionBus();
     const MessagePointer call = bus ? newCall(bus.get(), instanceName, method) : nullptr;
-    return call ? send(bus.get(), call.get()) : CallResult::NoBus;
+    return call ? send(bus.get(), call.get()) : CallAnswer{CallResult::NoBus};
 }
 
-CallResult openUrls(const std::vector<std::string> &urls)
+CallAnswer openUrls(const std::vector<std::string> &urls)
 {
     const BusPointer bus = openSessionBus();
     const MessagePointer call = bus ? newCall(bus.get(), "org.freedesktop.Application", "Open") : nullptr;
     if (!call)
-        return CallResult::NoBus;
-    return appendUrls(call.get(), urls) ? send(bus.get(), call.get()) : CallResult::Unsendable;
+        return {CallResult::NoBus};
+    return appendUrls(call.get(), urls) ? send(bus.get(), call.get()) : CallAnswer{CallResult::Unsendable};
 }
 
 void reloadBusConfiguration()

@@ -30,7 +30,7 @@ std::vector<std::string> readUrls()
     return urls;
 }
 
-CallResult tell(const Request &request)
+CallAnswer tell(const Request &request)
 {
     return request.command == Command::Open ? openUrls(request.urls) : callInstance(methodFor(request.command));
 }
@@ -46,7 +46,7 @@ int start(const Request &request)
     }
     if (!startDesktopProgram(startArguments(request)))
         return EXIT_FAILURE;
-    if (request.command == Command::Open && tell(request) != CallResult::Done)
+    if (request.command == Command::Open && tell(request).result != CallResult::Done)
         return fail("Orbita was started but did not open the addresses.");
     return EXIT_SUCCESS;
 }
@@ -59,11 +59,14 @@ int run(const Request &request)
             : start(request);
     }
     const bool canStart = startsOrbita(request.command);
-    switch (tell(request)) {
+    const CallAnswer answer = tell(request);
+    switch (answer.result) {
     case CallResult::Done:
         return EXIT_SUCCESS;
     case CallResult::Failed:
         return fail("Orbita runs but did not answer.");
+    case CallResult::Refused:
+        return fail(answer.reason.c_str());
     case CallResult::Unsendable:
         return fail("What is to be opened is no address.");
     case CallResult::NotRunning:

@@ -10,8 +10,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace Orbita {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 struct AppDelegateTest : testing::Test {
     RingDesktop desktop;
@@ -128,6 +132,43 @@ TEST_F(AppDelegateTest, keepsARingThatIsShownAgainWhileTheFormerOneGoes)
         desktop.settle(); // the news comes after the show
         EXPECT_TRUE(isShown());
         EXPECT_NE(desktop.window.findChild<RingView *>(), nullptr);
+    }
+}
+
+TEST_F(AppDelegateTest, showsNothingUntilTheUserSitsBeforeTheSessionAgain)
+{
+    CommandService commands;
+    delegate.follow(commands);
+    MemoryTouchEventTap &touchpads = desktop.triggers.taps.touch;
+    for (const SessionState::State state : {SessionState::State::Locked, SessionState::State::InBackground}) {
+        const auto editor = desktop.runningApplications.start(u"/apps/editor.desktop"_s, u"Editor"_s);
+        desktop.runningApplications.bringToFront(editor);
+        Q_EMIT commands.showRequested();
+        EXPECT_TRUE(isShown());
+        const int presented = desktop.stage.presented;
+        desktop.session.setState(state);
+        QCoreApplication::sendPostedEvents();
+        EXPECT_FALSE(desktop.window.isVisible()) << "at once, without a fade";
+        EXPECT_TRUE(desktop.runningApplications.activated.empty()) << "no window is raised above a locker";
+        EXPECT_FALSE(touchpads.isEnabled());
+        Q_EMIT desktop.settings.shouldShow(ShowEvent::Shortcut);
+        Q_EMIT desktop.settings.shouldShow(ShowEvent::Trackpad);
+        Q_EMIT commands.showRequested();
+        Q_EMIT commands.toggleRequested();
+        delegate.showSettings(); // as a click on the tray does
+        QDialog dialog;
+        dialog.setModal(true);
+        dialog.show();
+        Q_EMIT commands.showRequested();
+        Q_EMIT desktop.settings.shouldShow(ShowEvent::Trackpad);
+        dialog.close();
+        EXPECT_FALSE(isShown());
+        EXPECT_EQ(desktop.stage.presented, presented);
+        EXPECT_EQ(std::ranges::count_if(QApplication::topLevelWidgets(), &QWidget::isVisible), 0);
+
+        desktop.session.setState(SessionState::State::Active);
+        EXPECT_TRUE(touchpads.isEnabled()) << "not only when the watchdog comes";
+        EXPECT_FALSE(isShown()) << "nothing comes back by itself";
     }
 }
 

@@ -5,6 +5,7 @@
 #include "platform/PropertyList.h"
 #include "platform/memory/MemoryDialogs.h"
 #include "platform/memory/MemoryScheduler.h"
+#include "platform/memory/MemorySessionState.h"
 #include "platform/memory/MemoryUrlHandler.h"
 #include "platform/memory/MemoryUserNotifications.h"
 #include "ring/ManualAnimationClock.h"
@@ -27,9 +28,10 @@ struct RingDesktop : MemoryDesktop {
     ManualAnimationClock clock;
     RenderedPictures pictures;
     MemoryScheduler scheduler;
+    MemorySessionState session;
     RingWindow window{stage, blur};
-    ControllerServices controllerServices{container.directories().container, settings,  defaults,     services,
-                                          {stage, clock, pictures},          scheduler, notifications};
+    ControllerServices controllerServices{container.directories().container, settings,  defaults,      services,
+                                          {stage, clock, pictures},          scheduler, notifications, session};
 
     MemoryUrlHandler urls;
     MemoryDialogs dialogs;

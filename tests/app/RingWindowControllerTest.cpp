@@ -206,6 +206,10 @@ TEST_F(RingWindowControllerTest, opensOnceByHoveringInSwiftMode)
     hover(5);
     EXPECT_TRUE(desktop.workspace.actions.isEmpty()) << "not with a button pressed";
     desktop.stage.buttonsUp = true;
+    desktop.session.setState(SessionState::State::Locked);
+    hover(5);
+    EXPECT_TRUE(desktop.workspace.actions.isEmpty()) << "not behind a locker";
+    desktop.session.setState(SessionState::State::Active);
     hover(5);
     EXPECT_EQ(desktop.workspace.actions.size(), 1);
 }

@@ -1,6 +1,7 @@
 #include "app/TouchpadTrust.h"
 
 #include "platform/InputAccess.h"
+#include "platform/memory/MemorySessionState.h"
 #include "platform/memory/MemoryUserNotifications.h"
 #include "support/MemoryDesktop.h"
 
@@ -21,7 +22,8 @@ TEST(TouchpadTrust, tellsOnceWhenTheChosenTriggerIsRefusedItsTouchpads)
     MemoryDesktop desktop;
     PlantedInputAccess access;
     MemoryUserNotifications notifications;
-    const TouchpadTrust trust(desktop.settings, access, notifications);
+    MemorySessionState session;
+    const TouchpadTrust trust(desktop.settings, access, session, notifications);
     const auto told = [&] { return notifications.notifications.size(); };
     for (const Touchpads answer : {Touchpads::None, Touchpads::Trusted}) {
         access.answer = answer;
@@ -40,14 +42,18 @@ TEST(TouchpadTrust, tellsOnceWhenTheChosenTriggerIsRefusedItsTouchpads)
     EXPECT_EQ(told(), 1);
 }
 
-TEST(TouchpadTrust, looksAgainWhenATouchpadComes)
+TEST(TouchpadTrust, looksAgainWhenATouchpadComesWhileTheUserSitsBeforeIt)
 {
     MemoryDesktop desktop;
     PlantedInputAccess access;
     MemoryUserNotifications notifications;
-    const TouchpadTrust trust(desktop.settings, access, notifications);
+    MemorySessionState session;
+    const TouchpadTrust trust(desktop.settings, access, session, notifications);
     access.answer = InputAccess::Touchpads::Refused;
+    session.setState(SessionState::State::InBackground);
     Q_EMIT access.changed();
+    EXPECT_EQ(notifications.notifications.size(), 0);
+    session.setState(SessionState::State::Active);
     EXPECT_EQ(notifications.notifications.size(), 1);
 }
 

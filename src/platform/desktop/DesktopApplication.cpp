@@ -33,6 +33,12 @@ void DesktopApplication::open(const QStringList &urls)
     Q_EMIT opened(urls, calledFromDBus() ? message().service() : QString());
 }
 
+void DesktopApplication::refuse(const QString &sentence)
+{
+    if (calledFromDBus())
+        sendErrorReply(refusalError(m_name), sentence);
+}
+
 void DesktopApplication::activateAction(const QString &name)
 {
     if (m_actions.contains(name))

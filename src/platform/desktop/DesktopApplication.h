@@ -31,6 +31,11 @@ public:
     /// The object that belongs to the bus name \a name: "/org/example/My_App" for "org.example.My-App".
     [[nodiscard]] static QString objectPath(const QString &name);
 
+    /// Answers the call that is being delivered with refusalError() and \a sentence. Does nothing outside of a call.
+    void refuse(const QString &sentence);
+    /// The name of the error with which the program that has the bus name \a name refuses a call.
+    [[nodiscard]] static QString refusalError(const QString &name) { return name + QStringLiteral(".Refused"); }
+
 Q_SIGNALS:
     /// The program is to come to the front, or was only started.
     void activated();

@@ -1,7 +1,5 @@
 #include "ring/RenderedPictures.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QThread>
 
 #include <algorithm>
@@ -17,19 +15,17 @@ constexpr std::array<int, 10> classes{24, 32, 48, 64, 96, 128, 192, 256, 384, 51
 constexpr int mostThreads = 4;
 constexpr qsizetype bytesPerEntry = 64; // what a picture costs that could not be read
 
+/// One processor stays free for painting where there is more than one.
+int threadCount()
+{
+    return std::clamp(QThread::idealThreadCount() - 1, 1, mostThreads);
+}
+
 } // namespace
 
 RenderedPictures::RenderedPictures(qsizetype capacity, QObject *parent)
-    : QObject(parent), m_pictures(capacity), m_capacity(capacity)
+    : QObject(parent), m_pictures(capacity), m_capacity(capacity), m_jobs(threadCount())
 {
-    // One processor stays free for painting where there is more than one.
-    m_pool.setMaxThreadCount(std::clamp(QThread::idealThreadCount() - 1, 1, mostThreads));
-}
-
-RenderedPictures::~RenderedPictures()
-{
-    m_pool.clear();
-    m_pool.waitForDone();
 }
 
 int RenderedPictures::sizeClass(int side)
@@ -74,24 +70,14 @@ qsizetype RenderedPictures::bytesFor(int least, int most)
                            [](qsizetype sum, int side) { return sum + qsizetype(side) * side * 4 + bytesPerEntry; });
 }
 
-void RenderedPictures::waitUntilIdle()
-{
-    while (!isIdle()) {
-        m_pool.waitForDone();
-        QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-    }
-}
-
 void RenderedPictures::render(const Image &image, Key key)
 {
     if (m_pending.contains(key))
         return;
     m_pending.insert(key);
-    m_pool.start([this, image, key] {
+    m_jobs.start([this, image, key]() -> BackgroundJobs::Delivery {
         const QImage pixels = image.render({key.side, key.side});
-        // The destructor waits for this job, and takes back what was posted but not delivered.
-        QMetaObject::invokeMethod(
-            this, [this, image, key, pixels] { keep(image, key, pixels); }, Qt::QueuedConnection);
+        return [this, image, key, pixels] { keep(image, key, pixels); };
     });
 }
 

@@ -1,27 +1,25 @@
 #pragma once
 
+#include "platform/BackgroundJobs.h"
 #include "platform/Image.h"
 
 #include <QCache>
 #include <QHash>
 #include <QObject>
 #include <QSet>
-#include <QThreadPool>
 
 namespace Orbita {
 
 /// Pictures rendered once for each size class, ready to be painted.
 ///
-/// Rendering happens in the background, so that a ring never waits for it. Pictures not painted for longest go first
-/// when there are too many.
+/// Rendering happens in the background, so that neither a ring nor the end of the program waits for a picture, which
+/// may never be ready. Pictures not painted for longest go first when there are too many.
 class RenderedPictures : public QObject {
     Q_OBJECT
 public:
     static constexpr qsizetype defaultCapacity = 8 * 1024 * 1024; // bytes
 
     explicit RenderedPictures(qsizetype capacity = defaultCapacity, QObject *parent = nullptr);
-    /// Drops what is not begun and waits for what is.
-    ~RenderedPictures() override;
 
     /// The side of the size class for a square of \a side device pixels: the least at or above it, or the largest.
     [[nodiscard]] static int sizeClass(int side);
@@ -40,7 +38,7 @@ public:
     [[nodiscard]] qsizetype bytes() const { return m_pictures.totalCost(); }
     [[nodiscard]] bool isIdle() const { return m_pending.isEmpty(); }
     /// Renders all that was asked for before it returns.
-    void waitUntilIdle();
+    void waitUntilIdle() { m_jobs.waitUntilIdle(); }
 
 Q_SIGNALS:
     /// A picture of the image with that key is ready.
@@ -65,7 +63,7 @@ private:
     QSet<Key> m_pending;
     QHash<const QObject *, qsizetype> m_needs;
     qsizetype m_capacity;
-    QThreadPool m_pool;
+    BackgroundJobs m_jobs;
 };
 
 } // namespace Orbita

@@ -13,6 +13,7 @@
 #include "model/ItemServices.h"
 #include "model/MenuItemArray.h"
 #include "model/Notices.h"
+#include "platform/BackgroundJobs.h"
 #include "platform/Directories.h"
 #include "platform/Scheduler.h"
 #include "platform/desktop/ApplicationIndex.h"
@@ -273,5 +274,8 @@ int main(int argc, char **argv)
     QApplication::setApplicationDisplayName(QStringLiteral("Orbita"));
     QApplication::setDesktopFileName(orbitaNames.bus);
     QApplication::setQuitOnLastWindowClosed(false);
-    return run(application);
+    const int status = run(application);
+    if (BackgroundJobs::isAnyRunning())
+        std::_Exit(status);
+    return status;
 }

@@ -4,6 +4,7 @@
 #include <QEvent>
 
 #include <algorithm>
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <map>
@@ -20,6 +21,19 @@ using Clock = std::chrono::steady_clock;
 
 /// How long a thread without a job waits for the next one: rings ask for pictures in bursts.
 constexpr std::chrono::seconds idleTime{10};
+
+/// Counts a job as long as anything of it is there.
+class Running {
+public:
+    Running() { ++s_count; }
+    ~Running() { --s_count; }
+    Q_DISABLE_COPY_MOVE(Running)
+
+    [[nodiscard]] static bool isAny() { return s_count > 0; }
+
+private:
+    inline static std::atomic<int> s_count = 0;
+};
 
 } // namespace
 
@@ -60,6 +74,7 @@ struct BackgroundJobs::Shared : std::enable_shared_from_this<BackgroundJobs::Sha
     {
         std::unique_lock lock(mutex);
         while (awaitJob(lock)) {
+            const Running mark;
             Job job = std::move(waiting.front());
             waiting.pop_front();
             running.emplace(std::this_thread::get_id(), Clock::now());
@@ -132,6 +147,11 @@ void BackgroundJobs::waitUntilIdle()
         }
         QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
     }
+}
+
+bool BackgroundJobs::isAnyRunning()
+{
+    return Running::isAny();
 }
 
 void BackgroundJobs::deliver(const Delivery &delivery)

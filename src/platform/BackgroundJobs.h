@@ -41,6 +41,10 @@ public:
     /// Waits for all jobs and delivers them, stuck or not.
     void waitUntilIdle();
 
+    /// Whether a job of anyone is running, also of those that are gone. A program that returns from its main function
+    /// meanwhile takes away what the job uses, and may crash: it ends by std::_Exit() instead.
+    [[nodiscard]] static bool isAnyRunning();
+
 private:
     struct Shared;
 

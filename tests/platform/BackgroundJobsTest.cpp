@@ -86,9 +86,11 @@ TEST(BackgroundJobs, keepNobodyFromEnding)
         });
         stuck.waitUntilBegun();
     } // would hang here
+    EXPECT_TRUE(BackgroundJobs::isAnyRunning());
     stuck.letGo();
     EXPECT_TRUE(eventually([&carriedOut] { return carriedOut.use_count() == 1; })) << "its thread is done";
     EXPECT_TRUE(carriedOut->isEmpty()) << qPrintable(carriedOut->join(u','));
+    EXPECT_TRUE(eventually([] { return !BackgroundJobs::isAnyRunning(); }));
 }
 
 } // namespace

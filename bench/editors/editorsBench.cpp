@@ -4,6 +4,7 @@
 #include "editors/ScriptEditorViewController.h"
 #include "editors/ScriptTextView.h"
 #include "platform/memory/MemoryDialogs.h"
+#include "platform/memory/MemoryScheduler.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -47,7 +48,8 @@ void coloringAndApplying(benchmark::State &state)
 void typing(benchmark::State &state, Qt::Key key)
 {
     MemoryDialogs dialogs;
-    ScriptEditorViewController editor(longScript(), QStringLiteral("Apple Script - Long"), {}, dialogs);
+    MemoryScheduler scheduler;
+    ScriptEditorViewController editor(longScript(), QStringLiteral("Apple Script - Long"), {}, dialogs, scheduler);
     editor.resize(700, 450);
     editor.show();
     const auto press = [&editor](Qt::Key pressed, const QString &text) {
@@ -66,9 +68,10 @@ void typing(benchmark::State &state, Qt::Key key)
 void opening(benchmark::State &state)
 {
     MemoryDialogs dialogs;
+    MemoryScheduler scheduler;
     const QString script = longScript();
     for (auto _ : state) {
-        ScriptEditorViewController editor(script, QStringLiteral("Apple Script - Long"), {}, dialogs);
+        ScriptEditorViewController editor(script, QStringLiteral("Apple Script - Long"), {}, dialogs, scheduler);
         editor.resize(700, 450);
         editor.show();
         QApplication::processEvents();

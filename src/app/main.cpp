@@ -133,7 +133,7 @@ struct Program {
     ImageCache imageCache;
     ImageStore imageStore{directories.container};
     WidgetDialogs dialogs{desktop.stage};
-    SheetItemEditors editors{desktop.stage, desktop.blur, dialogs};
+    SheetItemEditors editors{desktop.stage, desktop.blur, dialogs, scheduler};
     ItemServices items{desktop.workspace, files,  desktop.runningApplications, toolkit, imageCache, imageStore,
                        editors,           notices};
     ToolkitLink toolkitLink{

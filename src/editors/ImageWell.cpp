@@ -10,8 +10,6 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
-#include <QPromise>
-#include <QThreadPool>
 
 #include <utility>
 
@@ -36,7 +34,6 @@ ImageWell::ImageWell(Dialogs &dialogs, QWidget *parent) : QAbstractButton(parent
     setAcceptDrops(true);
     setAttribute(Qt::WA_Hover);
     connect(this, &ImageWell::clicked, this, &ImageWell::choose);
-    connect(&m_reading, &QFutureWatcherBase::finished, this, &ImageWell::pictureWasRead);
 }
 
 void ImageWell::setImage(const Image &image)
@@ -76,23 +73,18 @@ void ImageWell::choose()
 
 void ImageWell::read(GivenPicture given)
 {
-    // Shared because the pool takes only what can be copied.
-    const auto promise = std::make_shared<QPromise<Picture>>();
-    m_reading.setFuture(promise->future());
     setReading(true);
-    QThreadPool::globalInstance()->start([promise, given = std::move(given)] {
-        promise->start();
-        promise->addResult(readPicture(given));
-        promise->finish();
+    m_jobs.start([this, number = ++m_given, reader = m_reader, given = std::move(given)]() -> BackgroundJobs::Delivery {
+        return [this, number, picture = reader(given)] { pictureWasRead(number, picture); };
     });
 }
 
-void ImageWell::pictureWasRead()
+void ImageWell::pictureWasRead(int number, const Picture &picture)
 {
-    if (!m_isReading)
+    if (!m_isReading || number != m_given)
         return; // nobody wants it any more
     setReading(false);
-    take(m_reading.result());
+    take(picture);
 }
 
 void ImageWell::stopReading()

@@ -1,6 +1,8 @@
 #include "editors/ItemEditorViewController.h"
 
 #include "editors/ImageWell.h"
+#include "platform/Dialogs.h"
+#include "platform/Scheduler.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -10,7 +12,8 @@ namespace Orbita {
 
 namespace {
 
-constexpr int buttonWidth = 88; // points
+constexpr int buttonWidth = 88;             // points
+constexpr std::chrono::seconds patience{5}; // with a picture when the user wants to save
 
 QPushButton *makeButton(const QString &title, const QString &objectName, QWidget *parent)
 {
@@ -23,8 +26,13 @@ QPushButton *makeButton(const QString &title, const QString &objectName, QWidget
 
 } // namespace
 
-ItemEditorViewController::ItemEditorViewController(QString baseText, const Image &image, Dialogs &dialogs)
-    : m_baseText(std::move(baseText)), m_baseImage(image), m_imageView(new ImageWell(dialogs, this))
+ItemEditorViewController::ItemEditorViewController(QString baseText, const Image &image, Dialogs &dialogs,
+                                                   Scheduler &scheduler)
+    : m_baseText(std::move(baseText)),
+      m_baseImage(image),
+      m_imageView(new ImageWell(dialogs, this)),
+      m_dialogs(dialogs),
+      m_scheduler(scheduler)
 {
     m_imageView->setImage(m_baseImage);
     connect(m_imageView, &ImageWell::imageDropped, this, &ItemEditorViewController::imageDropped);
@@ -59,11 +67,29 @@ void ItemEditorViewController::imageDropped()
 
 void ItemEditorViewController::saveClicked()
 {
-    if (m_imageView->isReading()) {
-        m_isSaveDue = true;
-        return;
-    }
+    if (m_imageView->isReading())
+        return waitForPicture();
     finish(editedText(), m_imageChanged ? std::optional(m_imageView->image()) : std::nullopt);
+}
+
+void ItemEditorViewController::waitForPicture()
+{
+    if (std::exchange(m_isSaveDue, true))
+        return;
+    m_scheduler.after(patience, *this, [this, wait = ++m_waits] {
+        if (m_isSaveDue && wait == m_waits)
+            saveWithoutPicture();
+    });
+}
+
+void ItemEditorViewController::saveWithoutPicture()
+{
+    m_isSaveDue = false;
+    m_imageView->stopReading();
+    Dialogs &dialogs = m_dialogs; // saving may be the end of the editor
+    saveClicked();
+    dialogs.runAlert(
+        {QStringLiteral("The picture could not be read in time, so the old one stays."), {}, {QStringLiteral("OK")}});
 }
 
 void ItemEditorViewController::discardClicked()

@@ -14,6 +14,7 @@ namespace Orbita {
 
 class Dialogs;
 class ImageWell;
+class Scheduler;
 
 /// What the editors of items have in common: a text, a well with the item's picture, and buttons to save and discard.
 ///
@@ -34,14 +35,15 @@ public:
 
 public Q_SLOTS:
     /// Calls the handler with the text as it stands, and with the picture in the well where it is another one. While a
-    /// given picture is still being read, as soon as it is there; not at all when it turns out to be unusable.
+    /// given picture is still being read, as soon as it is there; not at all when it turns out to be unusable. A
+    /// picture that does not come in some seconds is told of with an alert, and the rest is saved without it.
     void saveClicked();
     /// Calls the handler with the text as it was when editing began, and without a picture.
     void discardClicked();
 
 protected:
-    /// \a image is the item's when editing begins; \a dialogs outlives the editor.
-    ItemEditorViewController(QString baseText, const Image &image, Dialogs &dialogs);
+    /// \a image is the item's when editing begins; \a dialogs and \a scheduler outlive the editor.
+    ItemEditorViewController(QString baseText, const Image &image, Dialogs &dialogs, Scheduler &scheduler);
 
     [[nodiscard]] virtual QString editedText() const = 0;
     [[nodiscard]] const QString &baseText() const { return m_baseText; }
@@ -52,13 +54,18 @@ protected:
 private:
     void imageDropped();
     void imageRefused() { m_isSaveDue = false; }
+    void waitForPicture();
+    void saveWithoutPicture();
     void finish(const QString &text, const std::optional<Image> &image);
 
     const QString m_baseText;
     const Image m_baseImage;
     ImageWell *const m_imageView;
+    Dialogs &m_dialogs;
+    Scheduler &m_scheduler;
     bool m_imageChanged = false;
     bool m_isSaveDue = false; ///< waits for the picture
+    int m_waits = 0;          ///< how often a save has waited for a picture
     FinishHandler m_finishHandler;
 };
 

@@ -34,8 +34,9 @@ public:
 
 } // namespace
 
-LinkEditorViewController::LinkEditorViewController(const QString &urlString, const Image &image, Dialogs &dialogs)
-    : ItemEditorViewController(urlString, image, dialogs), m_urlField(new QLineEdit(this))
+LinkEditorViewController::LinkEditorViewController(const QString &urlString, const Image &image, Dialogs &dialogs,
+                                                   Scheduler &scheduler)
+    : ItemEditorViewController(urlString, image, dialogs, scheduler), m_urlField(new QLineEdit(this))
 {
     m_urlField->setObjectName(QStringLiteral("urlField"));
     m_urlField->setAccessibleName(QStringLiteral("Address"));

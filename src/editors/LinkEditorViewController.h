@@ -10,8 +10,8 @@ namespace Orbita {
 class LinkEditorViewController final : public ItemEditorViewController {
     Q_OBJECT
 public:
-    /// \a dialogs outlives the editor.
-    LinkEditorViewController(const QString &urlString, const Image &image, Dialogs &dialogs);
+    /// \a dialogs and \a scheduler outlive the editor.
+    LinkEditorViewController(const QString &urlString, const Image &image, Dialogs &dialogs, Scheduler &scheduler);
 
     [[nodiscard]] QWidget &firstField() override;
     [[nodiscard]] QLineEdit &urlField() const { return *m_urlField; }

@@ -27,8 +27,8 @@ QFont titleFont()
 } // namespace
 
 ScriptEditorViewController::ScriptEditorViewController(const QString &script, const QString &title, const Image &image,
-                                                       Dialogs &dialogs)
-    : ItemEditorViewController(script, image, dialogs),
+                                                       Dialogs &dialogs, Scheduler &scheduler)
+    : ItemEditorViewController(script, image, dialogs, scheduler),
       m_title(title),
       m_titleField(new QLabel(this)),
       m_textView(new ScriptTextView(this))

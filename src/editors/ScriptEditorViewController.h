@@ -14,8 +14,9 @@ class ScriptTextView;
 class ScriptEditorViewController final : public ItemEditorViewController {
     Q_OBJECT
 public:
-    /// \a title is shown above the script; \a dialogs outlives the editor.
-    ScriptEditorViewController(const QString &script, const QString &title, const Image &image, Dialogs &dialogs);
+    /// \a title is shown above the script; \a dialogs and \a scheduler outlive the editor.
+    ScriptEditorViewController(const QString &script, const QString &title, const Image &image, Dialogs &dialogs,
+                               Scheduler &scheduler);
 
     [[nodiscard]] QWidget &firstField() override;
     [[nodiscard]] ScriptTextView &textView() const { return *m_textView; }

@@ -20,13 +20,13 @@ constexpr QSizeF linkSize{480, 136};
 void SheetItemEditors::editScript(const QString &script, const QString &title, const Image &image,
                                   FinishHandler handler)
 {
-    runSession(std::make_unique<ScriptEditorViewController>(script, title, image, m_dialogs), {title, scriptSize},
-               handler);
+    runSession(std::make_unique<ScriptEditorViewController>(script, title, image, m_dialogs, m_scheduler),
+               {title, scriptSize}, handler);
 }
 
 void SheetItemEditors::editLink(const QString &urlString, const Image &image, FinishHandler handler)
 {
-    runSession(std::make_unique<LinkEditorViewController>(urlString, image, m_dialogs),
+    runSession(std::make_unique<LinkEditorViewController>(urlString, image, m_dialogs, m_scheduler),
                {QStringLiteral("Link"), linkSize}, handler);
 }
 

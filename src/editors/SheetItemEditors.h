@@ -11,6 +11,7 @@ namespace Orbita {
 class BlurBehind;
 class Dialogs;
 class ItemEditorViewController;
+class Scheduler;
 class Stage;
 
 /// Edits items in sheets that float above the ring and block it while they are open.
@@ -20,8 +21,8 @@ class Stage;
 class SheetItemEditors final : public ItemEditors {
 public:
     /// All outlive the editors.
-    SheetItemEditors(Stage &stage, BlurBehind &blur, Dialogs &dialogs)
-        : m_stage(stage), m_blur(blur), m_dialogs(dialogs)
+    SheetItemEditors(Stage &stage, BlurBehind &blur, Dialogs &dialogs, Scheduler &scheduler)
+        : m_stage(stage), m_blur(blur), m_dialogs(dialogs), m_scheduler(scheduler)
     {
     }
 
@@ -38,6 +39,7 @@ private:
     Stage &m_stage;
     BlurBehind &m_blur;
     Dialogs &m_dialogs;
+    Scheduler &m_scheduler;
 };
 
 } // namespace Orbita

@@ -4,11 +4,13 @@
 #include "editors/ScriptEditorViewController.h"
 #include "editors/ScriptTextView.h"
 #include "platform/memory/MemoryDialogs.h"
+#include "platform/memory/MemoryScheduler.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QSemaphore>
 #include <QTest>
 #include <QTextBlock>
 
@@ -36,14 +38,14 @@ protected:
     }
     ScriptEditorViewController &showScript(const QString &script)
     {
-        return show(std::make_unique<ScriptEditorViewController>(script,
-                                                                 QStringLiteral("Apple Script - Long").repeated(99),
-                                                                 Image::named(QStringLiteral("Script")), dialogs));
+        return show(
+            std::make_unique<ScriptEditorViewController>(script, QStringLiteral("Apple Script - Long").repeated(99),
+                                                         Image::named(QStringLiteral("Script")), dialogs, scheduler));
     }
     LinkEditorViewController &showLink(const QString &address)
     {
-        return show(
-            std::make_unique<LinkEditorViewController>(address, Image::named(QStringLiteral("Bookmark")), dialogs));
+        return show(std::make_unique<LinkEditorViewController>(address, Image::named(QStringLiteral("Bookmark")),
+                                                               dialogs, scheduler));
     }
     static void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
@@ -60,6 +62,7 @@ protected:
         return names;
     }
     MemoryDialogs dialogs;
+    MemoryScheduler scheduler;
     QStringList answers;
     std::vector<std::optional<Image>> pictures;
 
@@ -145,6 +148,34 @@ TEST_F(EditorsTest, savingWaitsForThePictureThatIsBeingRead)
     EXPECT_EQ(pictures.size(), 2U) << "what was refused is seen before it is saved without it";
     press(Qt::Key_Return);
     EXPECT_EQ(pictures.size(), 3U);
+}
+
+TEST_F(EditorsTest, savingGivesUpAPictureThatDoesNotCome)
+{
+    using namespace std::chrono_literals;
+    const LinkEditorViewController &editor = showLink(QStringLiteral("x"));
+    ImageWell &well = editor.imageView();
+    const auto gate = std::make_shared<QSemaphore>();
+    well.setReader([gate](const GivenPicture &given) {
+        gate->acquire();
+        return readPicture(given);
+    });
+    well.copy();
+    well.paste();
+    press(Qt::Key_Return);
+    scheduler.advance(4s);
+    EXPECT_TRUE(well.isReading() && pictures.empty());
+    scheduler.advance(1s);
+    ASSERT_TRUE(pictures.size() == 1 && dialogs.alerts.size() == 1);
+    EXPECT_TRUE(!pictures[0] && well.image() == editor.baseImage());
+    EXPECT_TRUE(dialogs.alerts[0].message.contains(QStringLiteral("could not be read")));
+
+    well.paste();
+    press(Qt::Key_Return);
+    gate->release(2); // the first one comes as well
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !well.isReading(); }, 60'000));
+    scheduler.advance(5s);
+    EXPECT_TRUE(pictures.size() == 2 && pictures[1] && dialogs.alerts.size() == 1);
 }
 
 QList<QTextLayout::FormatRange> formats(const ScriptTextView &view, int line)

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QSemaphore>
 #include <QTest>
 #include <QUrl>
 
@@ -126,6 +127,34 @@ TEST_F(ImageWellTest, leavesWordsAloneAndPastesWhatItCopied)
     well.paste();
     finishReading();
     EXPECT_EQ(dropped, 2) << "the later one replaces the earlier one";
+}
+
+TEST_F(ImageWellTest, goesOnBesideAPictureThatDoesNotCome)
+{
+    const auto gate = std::make_shared<QSemaphore>();
+    const auto late = std::make_shared<QSemaphore>();
+    QMimeData picture;
+    picture.setData(QStringLiteral("image/png"), pngOf({4, 3}));
+    well.setReader([gate, late](const GivenPicture &) -> ImageWell::Picture {
+        gate->acquire();
+        late->release();
+        return Failure(QStringLiteral("too late"));
+    });
+    EXPECT_TRUE(drop(picture));
+    well.setReader(readPicture);
+    EXPECT_TRUE(drop(picture));
+    finishReading();
+    EXPECT_EQ(dropped, 1);
+
+    well.setImage(old);
+    well.setReader([late](const GivenPicture &given) {
+        late->acquire();
+        return readPicture(given);
+    });
+    EXPECT_TRUE(drop(picture));
+    gate->release();
+    finishReading();
+    EXPECT_TRUE(dropped == 2 && dialogs.alerts.empty()) << "nobody wants the stuck one any more";
 }
 
 } // namespace

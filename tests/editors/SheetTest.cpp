@@ -2,6 +2,7 @@
 #include "editors/SheetItemEditors.h"
 #include "editors/VXSheetWindowController.h"
 #include "platform/memory/MemoryDialogs.h"
+#include "platform/memory/MemoryScheduler.h"
 #include "platform/memory/MemoryStage.h"
 #include "support/RowName.h"
 
@@ -41,7 +42,8 @@ protected:
         };
     }
     MemoryDialogs dialogs;
-    SheetItemEditors editors{stage, blur, dialogs};
+    MemoryScheduler scheduler;
+    SheetItemEditors editors{stage, blur, dialogs, scheduler};
 };
 
 void click(QWidget &sheet, const char *button)

@@ -72,8 +72,11 @@ public:
             if (!isHarmlessToken())
                 return false;
         }
-        return !m_xml.hasError() && m_graph.size() > 0 && !mayDash(m_styles)
-            && m_selectors * m_graph.size() <= maximumMatches && m_graph.totalCost();
+        if (m_xml.hasError() || m_graph.size() == 0 || mayDash(m_styles)
+            || m_selectors * m_graph.size() > maximumMatches)
+            return false;
+        const auto cost = m_graph.totalCost();
+        return cost && *cost * m_glyphCost <= SvgGraph::maximumCost;
     }
 
 private:
@@ -142,6 +145,8 @@ private:
                 return false;
         }
         element.cost += units / unitsPerCost;
+        if (m_xml.name().endsWith(QLatin1String("glyph")))
+            m_glyphCost = std::max(m_glyphCost, element.cost);
         m_contents.push_back(contentOf(m_xml.name()));
         return m_graph.open(element);
     }
@@ -189,7 +194,8 @@ private:
     std::vector<Content> m_contents; ///< of the open elements
     qint64 m_pixels = 0;             ///< of all bitmaps within
     qint64 m_selectors = 0;
-    QString m_styles; ///< all of them, since one may stand in several pieces
+    QString m_styles;       ///< all of them, since one may stand in several pieces
+    qint64 m_glyphCost = 1; ///< the most that drawing a character in a font of the document's own costs
 };
 
 } // namespace

@@ -202,6 +202,10 @@ TEST(SvgSafety, EndsInGoodTime)
         {"another alphabet", "<?xml version='1.0' encoding='UTF-7'?>" + svg("+ADw-g/+AD4-"), false},
         {"letters of two bytes", QByteArray("\xff\xfe<\0s\0v\0g\0/\0>\0", 14), false},
         {"a long text", svg("<textArea>" + QByteArray("a ").repeated(500'000) + "</textArea>"), false},
+        {"a long text in large letters",
+         svg("<font><glyph unicode='a' d='M" + QByteArray("0 0 ").repeated(10'000) + "'/></font><text>"
+             + QByteArray("a").repeated(1000) + "</text>"),
+         false},
         {"a style for some elements", svg(style + QByteArray("<g/>").repeated(100)), true},
         {"a style for many elements", svg(style + QByteArray("<g/>").repeated(10'000)), false},
         {"dashes", svg("<path stroke-dasharray='0.1' d='M0 0h9'/>"), false},

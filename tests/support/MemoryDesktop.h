@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/DraftStore.h"
 #include "model/ImageCache.h"
 #include "model/ImageStore.h"
 #include "model/ItemEditors.h"
@@ -74,6 +75,7 @@ struct MemoryDesktop {
     RecordingRecipient toolkit;
     ImageCache imageCache;
     ImageStore imageStore{container.directories().container};
+    DraftStore drafts{container.directories().container};
     PlantedEditors editors;
     MemoryFileLookup files{workspace};
     MemoryUserNotifications notifications;

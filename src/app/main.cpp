@@ -8,6 +8,7 @@
 #include "base/ProgramNames.h"
 #include "editors/SheetItemEditors.h"
 #include "editors/WidgetDialogs.h"
+#include "model/DraftStore.h"
 #include "model/ImageCache.h"
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
@@ -133,8 +134,9 @@ struct Program {
     ImageCache imageCache;
     ImageStore imageStore{directories.container};
     WidgetDialogs dialogs{desktop.stage};
+    DraftStore drafts{directories.container};
     SheetItemEditors editors{desktop.stage, desktop.blur, dialogs, scheduler};
-    ItemServices items{desktop.workspace, files,  desktop.runningApplications, toolkit, imageCache, imageStore,
+    ItemServices items{desktop.workspace, files,  desktop.runningApplications, toolkit, imageCache, imageStore, drafts,
                        editors,           notices};
     ToolkitLink toolkitLink{
         {toolkit, urls, desktop.workspace, dialogs, scheduler},

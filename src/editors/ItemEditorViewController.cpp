@@ -6,6 +6,8 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 
 namespace Orbita {
@@ -24,19 +26,61 @@ QPushButton *makeButton(const QString &title, const QString &objectName, QWidget
     return button;
 }
 
+/// When it was \a time: a time of today, or the day.
+QString spoken(const QDateTime &time)
+{
+    const QLocale locale;
+    const QDateTime local = time.toLocalTime();
+    if (local.date() != QDate::currentDate())
+        return locale.toString(local.date(), QLocale::ShortFormat);
+    // Some locales have no form without seconds.
+    return locale.toString(local.time(), locale.timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss")));
+}
+
 } // namespace
 
-ItemEditorViewController::ItemEditorViewController(QString baseText, const Image &image, Dialogs &dialogs,
+ItemEditorViewController::ItemEditorViewController(EditorText text, const Image &image, Dialogs &dialogs,
                                                    Scheduler &scheduler)
-    : m_baseText(std::move(baseText)),
+    : m_text(std::move(text)),
       m_baseImage(image),
       m_imageView(new ImageWell(dialogs, this)),
       m_dialogs(dialogs),
-      m_scheduler(scheduler)
+      m_scheduler(scheduler),
+      m_imageChanged(m_text.draft && m_text.draft->picture)
 {
-    m_imageView->setImage(m_baseImage);
+    m_imageView->setImage(m_imageChanged ? *m_text.draft->picture : m_baseImage);
     connect(m_imageView, &ImageWell::imageDropped, this, &ItemEditorViewController::imageDropped);
     connect(m_imageView, &ImageWell::imageRefused, this, &ItemEditorViewController::imageRefused);
+}
+
+void ItemEditorViewController::showText()
+{
+    setEditedText(m_text.stored);
+    m_baseTextAsShown = editedText();
+    if (m_text.draft)
+        setEditedText(m_text.draft->text);
+}
+
+std::optional<Draft> ItemEditorViewController::draft() const
+{
+    const QString text = editedText();
+    if (text == m_baseTextAsShown && !m_imageChanged)
+        return std::nullopt;
+    return Draft{text, m_imageChanged ? std::optional(m_imageView->image()) : std::nullopt,
+                 QDateTime::currentDateTimeUtc()};
+}
+
+QLabel *ItemEditorViewController::makeDraftNote()
+{
+    if (!m_text.draft)
+        return nullptr;
+    const QString words = QStringLiteral("Draft from %1, not saved yet").arg(spoken(m_text.draft->changed));
+    auto *note = new QLabel(words, this);
+    note->setObjectName(QStringLiteral("draftNote"));
+    note->setProperty("isQuiet", true);
+    note->setMinimumWidth(1); // rather cut than wider than the sheet
+    firstField().setAccessibleDescription(words);
+    return note;
 }
 
 QHBoxLayout *ItemEditorViewController::makeButtons(QWidget &lastField)
@@ -61,6 +105,7 @@ QHBoxLayout *ItemEditorViewController::makeButtons(QWidget &lastField)
 void ItemEditorViewController::imageDropped()
 {
     m_imageChanged = true;
+    Q_EMIT edited();
     if (std::exchange(m_isSaveDue, false))
         saveClicked();
 }
@@ -92,11 +137,16 @@ void ItemEditorViewController::saveWithoutPicture()
         {QStringLiteral("The picture could not be read in time, so the old one stays."), {}, {QStringLiteral("OK")}});
 }
 
-void ItemEditorViewController::discardClicked()
+void ItemEditorViewController::stopReading()
 {
     m_isSaveDue = false;
     m_imageView->stopReading();
-    finish(m_baseText, std::nullopt);
+}
+
+void ItemEditorViewController::discardClicked()
+{
+    stopReading();
+    finish(m_text.stored, std::nullopt);
 }
 
 void ItemEditorViewController::finish(const QString &text, const std::optional<Image> &image)
@@ -111,7 +161,7 @@ void ItemEditorViewController::keyPressEvent(QKeyEvent *event)
     if (isReturn || event->matches(QKeySequence::Save))
         saveClicked();
     else if (event->matches(QKeySequence::Cancel))
-        discardClicked();
+        window()->close();
     else
         QWidget::keyPressEvent(event);
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace Orbita {
 
@@ -34,9 +35,9 @@ public:
 
 } // namespace
 
-LinkEditorViewController::LinkEditorViewController(const QString &urlString, const Image &image, Dialogs &dialogs,
+LinkEditorViewController::LinkEditorViewController(EditorText urlString, const Image &image, Dialogs &dialogs,
                                                    Scheduler &scheduler)
-    : ItemEditorViewController(urlString, image, dialogs, scheduler), m_urlField(new QLineEdit(this))
+    : ItemEditorViewController(std::move(urlString), image, dialogs, scheduler), m_urlField(new QLineEdit(this))
 {
     m_urlField->setObjectName(QStringLiteral("urlField"));
     m_urlField->setAccessibleName(QStringLiteral("Address"));
@@ -44,8 +45,10 @@ LinkEditorViewController::LinkEditorViewController(const QString &urlString, con
     m_urlField->setValidator(new SingleLine(m_urlField));
     m_urlField->setInputMethodHints(Qt::ImhUrlCharactersOnly | Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText);
     m_urlField->setPlaceholderText(QStringLiteral("https://"));
-    m_urlField->setText(baseUrlString());
-    m_urlField->selectAll();
+    showText();
+    if (!showsDraft()) // which is gone on with, rather than replaced
+        m_urlField->selectAll();
+    connect(m_urlField, &QLineEdit::textChanged, this, &LinkEditorViewController::edited);
     layOut();
 }
 
@@ -55,9 +58,14 @@ void LinkEditorViewController::layOut()
     imageView().setFixedSize(wellSide, wellSide);
     auto *label = new QLabel(QStringLiteral("Address"), this);
     label->setBuddy(m_urlField);
+    auto *head = new QHBoxLayout;
+    head->addWidget(label);
+    head->addStretch();
+    if (QLabel *note = makeDraftNote())
+        head->addWidget(note);
     auto *rows = new QVBoxLayout;
     rows->setSpacing(6);
-    rows->addWidget(label);
+    rows->addLayout(head);
     rows->addWidget(m_urlField);
     rows->addStretch();
     rows->addLayout(makeButtons(*m_urlField));
@@ -76,6 +84,11 @@ QWidget &LinkEditorViewController::firstField()
 QString LinkEditorViewController::editedText() const
 {
     return m_urlField->text();
+}
+
+void LinkEditorViewController::setEditedText(const QString &text)
+{
+    m_urlField->setText(text);
 }
 
 } // namespace Orbita

@@ -11,7 +11,7 @@ class LinkEditorViewController final : public ItemEditorViewController {
     Q_OBJECT
 public:
     /// \a dialogs and \a scheduler outlive the editor.
-    LinkEditorViewController(const QString &urlString, const Image &image, Dialogs &dialogs, Scheduler &scheduler);
+    LinkEditorViewController(EditorText urlString, const Image &image, Dialogs &dialogs, Scheduler &scheduler);
 
     [[nodiscard]] QWidget &firstField() override;
     [[nodiscard]] QLineEdit &urlField() const { return *m_urlField; }
@@ -21,6 +21,7 @@ public:
 protected:
     /// As typed; whether it is an address is for others to say.
     [[nodiscard]] QString editedText() const override;
+    void setEditedText(const QString &text) override;
 
 private:
     void layOut();

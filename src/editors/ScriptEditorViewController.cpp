@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QTextDocument>
 
+#include <utility>
+
 namespace Orbita {
 
 namespace {
@@ -26,9 +28,9 @@ QFont titleFont()
 
 } // namespace
 
-ScriptEditorViewController::ScriptEditorViewController(const QString &script, const QString &title, const Image &image,
+ScriptEditorViewController::ScriptEditorViewController(EditorText script, const QString &title, const Image &image,
                                                        Dialogs &dialogs, Scheduler &scheduler)
-    : ItemEditorViewController(script, image, dialogs, scheduler),
+    : ItemEditorViewController(std::move(script), image, dialogs, scheduler),
       m_title(title),
       m_titleField(new QLabel(this)),
       m_textView(new ScriptTextView(this))
@@ -39,12 +41,13 @@ ScriptEditorViewController::ScriptEditorViewController(const QString &script, co
     m_titleField->setFont(titleFont());
     m_textView->setObjectName(QStringLiteral("textView"));
     m_textView->setAccessibleName(QStringLiteral("Script"));
-    m_textView->setScript(baseScript());
+    showText();
     layOut();
     m_updateTimer.setSingleShot(true);
     connect(&m_updateTimer, &QTimer::timeout, this, &ScriptEditorViewController::tick);
     connect(m_textView, &ScriptTextView::compositionChanged, &m_updateTimer, qOverload<>(&QTimer::start));
     connect(m_textView, &ScriptTextView::textChanged, this, &ScriptEditorViewController::textDidChange);
+    connect(m_textView, &ScriptTextView::textChanged, this, &ScriptEditorViewController::edited);
     refreshColoring();
 }
 
@@ -52,10 +55,17 @@ void ScriptEditorViewController::layOut()
 {
     imageView().setFixedSize(wellSide, wellSide);
     m_titleField->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    auto *titles = new QVBoxLayout;
+    titles->setSpacing(2);
+    titles->addStretch();
+    titles->addWidget(m_titleField);
+    if (QLabel *note = makeDraftNote())
+        titles->addWidget(note);
+    titles->addStretch();
     auto *head = new QHBoxLayout;
     head->setSpacing(14);
     head->addWidget(&imageView());
-    head->addWidget(m_titleField, 1);
+    head->addLayout(titles, 1);
     auto *rows = new QVBoxLayout(this);
     rows->setContentsMargins(margin, margin, margin, margin);
     rows->setSpacing(14);
@@ -72,6 +82,11 @@ QWidget &ScriptEditorViewController::firstField()
 QString ScriptEditorViewController::editedText() const
 {
     return m_textView->script();
+}
+
+void ScriptEditorViewController::setEditedText(const QString &text)
+{
+    m_textView->setScript(text);
 }
 
 void ScriptEditorViewController::resizeEvent(QResizeEvent *event)

@@ -15,7 +15,7 @@ class ScriptEditorViewController final : public ItemEditorViewController {
     Q_OBJECT
 public:
     /// \a title is shown above the script; \a dialogs and \a scheduler outlive the editor.
-    ScriptEditorViewController(const QString &script, const QString &title, const Image &image, Dialogs &dialogs,
+    ScriptEditorViewController(EditorText script, const QString &title, const Image &image, Dialogs &dialogs,
                                Scheduler &scheduler);
 
     [[nodiscard]] QWidget &firstField() override;
@@ -25,6 +25,7 @@ public:
 
 protected:
     [[nodiscard]] QString editedText() const override;
+    void setEditedText(const QString &text) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

@@ -16,8 +16,9 @@ class Stage;
 
 /// Edits items in sheets that float above the ring and block it while they are open.
 ///
-/// Closing the sheet in any way other than Save, and the end of the program, discard: an entry may be run at any click,
-/// so half a script must not take the place of a whole one that nobody could bring back.
+/// Closing the sheet in any way other than Save and Discard, and the end of the program, keep what was written as a
+/// draft: an entry may be run at any click, so half a script must not take the place of a whole one. While the user
+/// writes, the draft is kept every now and then, so that little is lost where the program ends otherwise.
 class SheetItemEditors final : public ItemEditors {
 public:
     /// All outlive the editors.
@@ -26,15 +27,16 @@ public:
     {
     }
 
-    void editScript(const QString &script, const QString &title, const Image &image, FinishHandler handler) override;
-    void editLink(const QString &urlString, const Image &image, FinishHandler handler) override;
+    void editScript(const EditorText &script, const QString &title, const Image &image,
+                    const Handlers &handlers) override;
+    void editLink(const EditorText &urlString, const Image &image, const Handlers &handlers) override;
 
 private:
     struct Look {
         QString title; ///< read by screen readers and shown by task switchers
         QSizeF size;   ///< points
     };
-    void runSession(std::unique_ptr<ItemEditorViewController> editor, const Look &look, const FinishHandler &handler);
+    void runSession(std::unique_ptr<ItemEditorViewController> editor, const Look &look, const Handlers &handlers);
 
     Stage &m_stage;
     BlurBehind &m_blur;

@@ -55,6 +55,7 @@ QString sheetStyleSheet()
     return QStringLiteral(R"(
         QLabel, QLineEdit, QPlainTextEdit { color: #000000; background: #ffffff;
                                             selection-color: #ffffff; selection-background-color: %1; }
+        QLabel[isQuiet="true"] { color: #666666; }
         QLineEdit, QPlainTextEdit { border: 1px solid #c4c4c4; border-radius: 6px; }
         QLineEdit { min-height: 26px; padding: 0 6px; }
         QPlainTextEdit { padding: 3px; }

@@ -12,7 +12,7 @@ namespace Orbita {
 /// Light colours for what the style sheet leaves to the toolkit.
 [[nodiscard]] QPalette sheetPalette();
 /// How controls on a white sheet look, whatever the desktop's style and colours are. Buttons with the property
-/// "isPrimary" stand out.
+/// "isPrimary" stand out, labels with the property "isQuiet" stand back.
 [[nodiscard]] QString sheetStyleSheet();
 
 } // namespace Orbita

@@ -48,9 +48,9 @@ void AppleScriptMenuItem::open()
     m_services.toolkit.sendAction(action);
 }
 
-void AppleScriptMenuItem::edit(ItemEditors &editors, ItemEditors::FinishHandler handler)
+void AppleScriptMenuItem::edit(ItemEditors &editors, const EditorText &text, const ItemEditors::Handlers &handlers)
 {
-    editors.editScript(script(), QStringLiteral("Apple Script - %1").arg(name()), image(), std::move(handler));
+    editors.editScript(text, QStringLiteral("Apple Script - %1").arg(name()), image(), handlers);
 }
 
 } // namespace Orbita

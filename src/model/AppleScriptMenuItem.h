@@ -23,7 +23,7 @@ public:
 private:
     static constexpr Kind kind{"AppleScriptMenuItem", "script", "Script"};
 
-    void edit(ItemEditors &editors, ItemEditors::FinishHandler handler) override;
+    void edit(ItemEditors &editors, const EditorText &text, const ItemEditors::Handlers &handlers) override;
 };
 
 } // namespace Orbita

@@ -2,6 +2,7 @@
 
 namespace Orbita {
 
+class DraftStore;
 class FileLookup;
 class ImageCache;
 class ImageStore;
@@ -19,6 +20,7 @@ struct ItemServices {
     RemoteActionSender &toolkit;
     ImageCache &imageCache;
     ImageStore &imageStore;
+    DraftStore &drafts;
     ItemEditors &editors;
     Notices &notices;
 };

@@ -32,9 +32,9 @@ void LinkMenuItem::open()
                    QStringLiteral("The link \"%1\" could not be opened").arg(forLog(name())));
 }
 
-void LinkMenuItem::edit(ItemEditors &editors, ItemEditors::FinishHandler handler)
+void LinkMenuItem::edit(ItemEditors &editors, const EditorText &text, const ItemEditors::Handlers &handlers)
 {
-    editors.editLink(urlString(), image(), std::move(handler));
+    editors.editLink(text, image(), handlers);
 }
 
 } // namespace Orbita

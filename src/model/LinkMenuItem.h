@@ -21,7 +21,7 @@ public:
 private:
     static constexpr Kind kind{"LinkMenuItem", "url", "Bookmark"};
 
-    void edit(ItemEditors &editors, ItemEditors::FinishHandler handler) override;
+    void edit(ItemEditors &editors, const EditorText &text, const ItemEditors::Handlers &handlers) override;
 };
 
 } // namespace Orbita

@@ -1,6 +1,7 @@
 #include "model/MenuItemArray.h"
 
 #include "model/CoreMenuItem.h"
+#include "model/DraftStore.h"
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
 #include "model/Log.h"
@@ -200,6 +201,7 @@ bool MenuItemArray::persist()
     if (std::exchange(m_fileHoldsUnmadeEntries, false))
         tellOfDroppedEntries(aside);
     m_services.imageStore.removeDiscarded(entries);
+    m_services.drafts.entriesWereSaved(m_items);
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "model/PicturedMenuItem.h"
 
+#include "model/DraftStore.h"
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
 #include "model/Log.h"
@@ -56,19 +57,56 @@ void PicturedMenuItem::setImage(const Image &image)
 void PicturedMenuItem::willBeRemoved()
 {
     m_services.imageStore.discardImageForKey(m_imageKey);
+    m_services.drafts.entryWillBeRemoved(identity());
+}
+
+void PicturedMenuItem::rename(const QString &name)
+{
+    const QString before = identity();
+    m_name = name;
+    m_services.drafts.entryWasRenamed(before, identity());
+}
+
+std::optional<Draft> PicturedMenuItem::draft() const
+{
+    auto draft = m_services.drafts.draftOf(identity());
+    return draft && (draft->picture || draft->text != m_text) ? draft : std::nullopt;
+}
+
+void PicturedMenuItem::settleDraft(const QString &before, const std::optional<Image> &newPicture) const
+{
+    m_services.drafts.settle(before, identity(), {m_text, newPicture, QDateTime::currentDateTimeUtc()});
 }
 
 void PicturedMenuItem::startEditing(QWidget *, const std::function<void()> &completion)
 {
     // The list that holds this item may be loaded anew while the editor is open.
-    edit(m_services.editors,
-         [this, self = weak_from_this().lock(), completion](const QString &text, const std::optional<Image> &image) {
-             m_text = text;
-             if (image)
-                 setImage(*image);
-             if (completion)
-                 completion();
-         });
+    const auto self = weak_from_this().lock();
+    DraftStore &drafts = m_services.drafts;
+    const QString before = identity();
+    bool isFinished = false;
+    const auto complete = [&drafts, &completion] {
+        if (completion)
+            completion();
+        drafts.keepUnsaved();
+    };
+    const auto finish = [&](const QString &text, const std::optional<Image> &image) {
+        isFinished = true;
+        m_text = text;
+        if (image)
+            setImage(*image);
+        settleDraft(before, image);
+        complete();
+    };
+    const auto keepDraft = [&](const std::optional<Draft> &draft) {
+        if (draft)
+            drafts.keep(before, *draft);
+        else
+            settleDraft(before, std::nullopt);
+    };
+    edit(m_services.editors, {m_text, draft()}, {finish, keepDraft});
+    if (!isFinished)
+        complete();
 }
 
 std::optional<QVariantMap> PicturedMenuItem::dictionaryRepresentation() const

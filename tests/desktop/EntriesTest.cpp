@@ -7,6 +7,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <csignal>
+
 namespace Orbita {
 namespace {
 
@@ -71,18 +74,24 @@ public:
         waitUntil([&] { return !windows().find([&](const WindowInfo &one) { return one.id == window.id; }); },
                   u"the editor is closed"_s);
     }
-    /// Writes something in the editor of the only entry and discards it, then again and closes the window.
-    void editInVain()
+    [[nodiscard]] QString draftFile() const { return QFileInfo(itemFile()).path() + u"/drafts.plist"_s; }
+    void waitUntilDrafted(const QString &text) const
     {
-        WindowInfo sheet = edit();
-        input().type(u"discarded"_s);
-        input().tap(u"Escape"_s);
-        waitUntilClosed(sheet);
-        sheet = edit();
-        input().type(u"closed"_s);
-        windows().waitUntilHandled(sheet.id);
-        windows().close(sheet.id);
-        waitUntilClosed(sheet);
+        const auto drafted = [this] {
+            const auto root = PropertyList::read(draftFile());
+            return root ? root->toList().value(0).toMap().value(u"text"_s).toString() : QString();
+        };
+        waitUntil([&] { return drafted() == text; },
+                  [&] { return u"the draft is \"%1\"; it is \"%2\""_s.arg(text, drafted()); });
+    }
+    /// Ends Orbita by \a deed, waits for that, and shows the ring anew.
+    void restartBy(const std::function<void(qint64 pid)> &deed)
+    {
+        const qint64 running = pid();
+        deed(running);
+        waitUntil([&] { return hasEnded(running) && !desktop().bus().hasOwner(u"org.orbita.Orbita"_s); },
+                  u"Orbita has ended, and the bus knows"_s);
+        show();
     }
 
 private:
@@ -186,10 +195,54 @@ TEST(Entries, scriptIsWrittenInASheetAboveTheRing)
     session.waitUntilClosed(sheet);
     session.waitUntilStored(u"script"_s, u"log 1\nlog 2"_s);
     session.waitUntilActive(ring);
-
-    session.editInVain();
-    EXPECT_EQ(session.stored().value(u"script"_s), u"log 1\nlog 2"_s);
     session.dismiss();
+}
+
+TEST(Entries, whatIsWrittenAndNotSavedOutlivesTheEditorAndTheProgram)
+{
+    EntriesSession session;
+    session.store({scriptEntry(u"Greeting"_s, u"beep"_s)});
+    session.show();
+    WindowInfo sheet = session.edit();
+    session.input().type(u"escaped "_s);
+    session.input().tap(u"Escape"_s);
+    session.waitUntilClosed(sheet);
+    sheet = session.edit();
+    session.input().type(u"closed "_s);
+    session.windows().waitUntilHandled(sheet.id);
+    session.windows().close(sheet.id);
+    session.waitUntilClosed(sheet);
+    session.waitUntilDrafted(u"closed escaped beep"_s);
+    session.edit();
+    session.input().type(u"killed "_s);
+    session.waitUntilDrafted(u"killed closed escaped beep"_s);
+    session.restartBy([](qint64 pid) { ::kill(pid_t(pid), SIGKILL); });
+    sheet = session.edit();
+    session.input().type(u"quit "_s);
+    session.windows().waitUntilHandled(sheet.id);
+    session.restartBy([&](qint64) { session.orbita(u"quit"_s); });
+    EXPECT_EQ(session.stored().value(u"script"_s), u"beep"_s) << "half a script takes no whole one's place";
+
+    sheet = session.edit();
+    const auto saysSo = [&] {
+        const auto tree = session.desktop().accessibility().tree(u"orbita"_s);
+        return tree && std::ranges::any_of(tree->withRole(u"label"_s), [&](const AccessibleItem &label) {
+                   return label.name.startsWith(u"Draft from "_s) && sheet.geometry.contains(label.extents);
+               });
+    };
+    waitUntil(saysSo, u"the sheet says that it shows a draft"_s);
+    session.input().tap(u"Control+Return"_s);
+    session.waitUntilClosed(sheet);
+    session.waitUntilStored(u"script"_s, u"quit killed closed escaped beep"_s);
+    waitUntil([&] { return !QFileInfo::exists(session.draftFile()); }, u"the draft is gone"_s);
+    sheet = session.edit();
+    session.input().type(u"discarded "_s);
+    session.input().click(
+        session.desktop().accessibility().waitFor(u"orbita"_s, u"push button"_s, u"Discard"_s).extents.center());
+    session.waitUntilClosed(sheet);
+    session.dismiss();
+    EXPECT_EQ(session.stored().value(u"script"_s), u"quit killed closed escaped beep"_s);
+    EXPECT_FALSE(QFileInfo::exists(session.draftFile()));
 }
 
 TEST(Entries, linkIsEditedWithItsPicture)
@@ -203,8 +256,6 @@ TEST(Entries, linkIsEditedWithItsPicture)
     Program &source = session.startWindow(u"source"_s, {u"--drag"_s, u"file://"_s + file});
     session.windows().moveTo(session.windows().waitForWindow(u"source"_s).id, {20, 20});
     session.show();
-    session.editInVain();
-    EXPECT_EQ(session.stored().value(u"url"_s), u"https://example.org/"_s);
     const WindowInfo sheet = session.edit();
     EXPECT_EQ(sheet.geometry.size(), QSize(480, 136));
     session.input().tap(u"Control+a"_s);

@@ -1,3 +1,4 @@
+#include "editors/AutosaveTimer.h"
 #include "editors/DocumentColoring.h"
 #include "editors/ImageWell.h"
 #include "editors/LinkEditorViewController.h"
@@ -8,8 +9,11 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSemaphore>
 #include <QTest>
 #include <QTextBlock>
@@ -36,13 +40,13 @@ protected:
         m_editor = std::move(editor);
         return shown;
     }
-    ScriptEditorViewController &showScript(const QString &script)
+    ScriptEditorViewController &showScript(const EditorText &script)
     {
         return show(
             std::make_unique<ScriptEditorViewController>(script, QStringLiteral("Apple Script - Long").repeated(99),
                                                          Image::named(QStringLiteral("Script")), dialogs, scheduler));
     }
-    LinkEditorViewController &showLink(const QString &address)
+    LinkEditorViewController &showLink(const EditorText &address)
     {
         return show(std::make_unique<LinkEditorViewController>(address, Image::named(QStringLiteral("Bookmark")),
                                                                dialogs, scheduler));
@@ -70,7 +74,7 @@ private:
     std::unique_ptr<QWidget> m_editor;
 };
 
-TEST_F(EditorsTest, keysSaveAndDiscardAScript)
+TEST_F(EditorsTest, keysWriteSaveAndCloseAScript)
 {
     const ScriptEditorViewController &editor = showScript(QStringLiteral("to"));
     QTest::keyClicks(&editor.textView(), QStringLiteral("x"));
@@ -80,26 +84,27 @@ TEST_F(EditorsTest, keysSaveAndDiscardAScript)
     EXPECT_TRUE(answers.isEmpty()) << "these keys write";
     press(Qt::Key_Return, Qt::ControlModifier);
     press(Qt::Key_S, Qt::ControlModifier);
-    press(Qt::Key_Escape);
-    ASSERT_EQ(answers.size(), 3);
+    ASSERT_EQ(answers.size(), 2);
     EXPECT_EQ(answers[0], QStringLiteral("x\n\n\tto"));
     EXPECT_EQ(answers[1], answers[0]);
-    EXPECT_EQ(answers[2], QStringLiteral("to"));
     for (int undone = 0; editor.textView().document()->isUndoAvailable() && undone < 10; ++undone)
         press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(editor.textView().script(), QStringLiteral("to")) << "colouring is nothing to undo";
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_EQ(answers.size(), 2) << "a slip discards nothing";
 }
 
 TEST_F(EditorsTest, theKeyboardReachesEveryField)
 {
-    showLink({});
+    showLink(QString());
     const QStringList afterTheText{QStringLiteral("imageView"), QStringLiteral("discardButton"),
                                    QStringLiteral("saveButton")};
     EXPECT_EQ(walk(4, Qt::NoModifier), afterTheText + QStringList(QStringLiteral("urlField")));
     walk(2, Qt::NoModifier);
     press(Qt::Key_Return);
     ASSERT_EQ(answers.size(), 1);
-    const ScriptEditorViewController &editor = showScript({});
+    const ScriptEditorViewController &editor = showScript(QString());
     walk(1, Qt::ControlModifier);
     EXPECT_EQ(walk(2, Qt::NoModifier), afterTheText.mid(1));
     editor.textView().setFocus();
@@ -130,12 +135,16 @@ TEST_F(EditorsTest, savingWaitsForThePictureThatIsBeingRead)
 {
     const LinkEditorViewController &editor = showLink(QStringLiteral("x"));
     editor.imageView().copy();
+    const auto isRead = [&] { return QTest::qWaitFor([&] { return !editor.imageView().isReading(); }, 60'000); };
     const auto pasteAndPress = [&](int key) {
         editor.imageView().paste();
         press(key);
-        return QTest::qWaitFor([&] { return !editor.imageView().isReading(); }, 60'000);
+        return isRead();
     };
-    EXPECT_TRUE(pasteAndPress(Qt::Key_Escape));
+    editor.imageView().paste();
+    press(Qt::Key_Return);
+    editor.findChild<QPushButton *>(QStringLiteral("discardButton"))->click();
+    EXPECT_TRUE(isRead());
     QCoreApplication::processEvents();
     EXPECT_TRUE(pictures.size() == 1 && !pictures[0] && !editor.imageChanged()) << "discarding does not wait";
     EXPECT_TRUE(pasteAndPress(Qt::Key_Return));
@@ -176,6 +185,68 @@ TEST_F(EditorsTest, savingGivesUpAPictureThatDoesNotCome)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !well.isReading(); }, 60'000));
     scheduler.advance(5s);
     EXPECT_TRUE(pictures.size() == 2 && pictures[1] && dialogs.alerts.size() == 1);
+}
+
+TEST_F(EditorsTest, aDraftIsWhatDiffersFromTheStoredItem)
+{
+    const ScriptEditorViewController &script = showScript(QStringLiteral("a\r\nb"));
+    EXPECT_FALSE(script.draft()) << "line breaks that the field writes otherwise are no change of the user's";
+    press(Qt::Key_X);
+    EXPECT_EQ(script.draft()->text, QStringLiteral("xa\nb"));
+    EXPECT_FALSE(script.draft()->picture);
+    press(Qt::Key_Backspace);
+    EXPECT_FALSE(script.draft());
+    const LinkEditorViewController &link = showLink(QStringLiteral("x"));
+    link.imageView().copy();
+    link.imageView().paste();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return link.draft().has_value(); }, 60'000));
+    EXPECT_EQ(link.draft()->picture, link.imageView().image());
+}
+
+TEST_F(EditorsTest, goOnWithADraftAndSaySo)
+{
+    const Image picture = Image::named(QStringLiteral("Finder"));
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    const auto words
+        = [](const QWidget &editor) { return editor.findChild<QLabel *>(QStringLiteral("draftNote"))->text(); };
+    const LinkEditorViewController &link = showLink({QStringLiteral("old"), Draft{QStringLiteral("ha"), picture, now}});
+    EXPECT_EQ(words(link), QStringLiteral("Draft from %1, not saved yet").arg(now.toLocalTime().toString(u"HH:mm")));
+    EXPECT_EQ(link.imageView().image(), picture);
+    QTest::keyClicks(&link.urlField(), QStringLiteral("lf"));
+    EXPECT_EQ(link.draft()->text, QStringLiteral("half")) << "what is there is not written over";
+    press(Qt::Key_Return);
+    link.findChild<QPushButton *>(QStringLiteral("discardButton"))->click();
+    EXPECT_EQ(answers, QStringList({QStringLiteral("half"), QStringLiteral("old")}));
+    EXPECT_TRUE(pictures[0] == picture && !pictures[1]);
+
+    const ScriptEditorViewController &script
+        = showScript({QStringLiteral("b"), Draft{QStringLiteral("ab"), {}, now.addDays(-2)}});
+    EXPECT_EQ(script.textView().script(), QStringLiteral("ab"));
+    EXPECT_EQ(script.textView().accessibleDescription(), words(script));
+    EXPECT_TRUE(words(script).contains(QLocale().toString(now.addDays(-2).toLocalTime().date(), QLocale::ShortFormat)));
+    press(Qt::Key_Delete);
+    EXPECT_FALSE(script.draft()) << "the stored script was typed again";
+}
+
+TEST_F(EditorsTest, isSavedInThePausesAndAtTheLatestAfterTenSeconds)
+{
+    using namespace std::chrono_literals;
+    int saves = 0;
+    AutosaveTimer timer(scheduler, [&saves] { ++saves; });
+    timer.noteChange();
+    scheduler.advance(900ms);
+    timer.noteChange();
+    scheduler.advance(1s);
+    EXPECT_EQ(saves, 0);
+    scheduler.advance(1s);
+    EXPECT_EQ(saves, 1);
+    scheduler.advance(60s);
+    EXPECT_EQ(saves, 1) << "nothing has changed since";
+    for (int tenths = 0; tenths < 200; ++tenths) {
+        timer.noteChange();
+        scheduler.advance(100ms);
+    }
+    EXPECT_EQ(saves, 3);
 }
 
 QList<QTextLayout::FormatRange> formats(const ScriptTextView &view, int line)

@@ -16,6 +16,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <QThreadPool>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -26,7 +27,7 @@ namespace {
 struct WayOut {
     const char *name;
     std::function<void(QWidget &sheet)> leave;
-    const char *answer;
+    const char *answer; ///< null: none, and what was typed is kept as a draft
 };
 
 class SheetTest : public testing::TestWithParam<WayOut> {
@@ -65,6 +66,8 @@ TEST_P(SheetTest, isAnsweredOnceAndGoes)
     stage.pointer = {1300, 10};
     QPointer<QWidget> sheet;
     QStringList answers;
+    QStringList drafts;
+    std::size_t alertsInTime = 0;
     const auto use = [&] {
         sheet = QApplication::activeModalWidget();
         ASSERT_TRUE(sheet);
@@ -76,11 +79,19 @@ TEST_P(SheetTest, isAnsweredOnceAndGoes)
     // An event loop of the program's own, which may end beneath the sheet.
     QTimer::singleShot(0, &stage, [&] {
         QTimer::singleShot(0, &stage, use);
-        editors.editLink(QStringLiteral("old"), {}, [&](const QString &text, const auto &) { answers.append(text); });
+        editors.editLink(QStringLiteral("old"), {},
+                         {[&](const QString &text, const auto &) { answers.append(text); },
+                          [&](const auto &draft) { drafts.append(draft ? draft->text : QString()); }});
+        alertsInTime = dialogs.alerts.size();
         QTimer::singleShot(0, qApp, &QCoreApplication::quit);
     });
     QApplication::exec();
-    EXPECT_EQ(answers, QStringList(QLatin1String(GetParam().answer)));
+    EXPECT_EQ(dialogs.alerts.size(), alertsInTime) << "nothing is said of a sheet that is closed";
+    const char *answer = GetParam().answer;
+    EXPECT_EQ(answers, answer ? QStringList(QLatin1String(answer)) : QStringList());
+    EXPECT_EQ(drafts, answer ? QStringList() : QStringList(QStringLiteral("new")));
+    scheduler.advance(std::chrono::minutes(1));
+    EXPECT_LE(drafts.size(), 1) << "nothing is kept after the end";
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(sheet) << "the sheet is gone";
 }
@@ -91,14 +102,40 @@ INSTANTIATE_TEST_SUITE_P(
         WayOut{"Save", [](QWidget &sheet) { click(sheet, "saveButton"); }, "new"},
         WayOut{"Discard", [](QWidget &sheet) { click(sheet, "discardButton"); }, "old"},
         WayOut{"Return", [](QWidget &sheet) { QTest::keyClick(sheet.focusWidget(), Qt::Key_Return); }, "new"},
-        WayOut{"Escape", [](QWidget &sheet) { QTest::keyClick(sheet.focusWidget(), Qt::Key_Escape); }, "old"},
-        WayOut{"closed by the window manager", [](QWidget &sheet) { sheet.close(); }, "old"},
-        WayOut{"the program quits", [](QWidget &) { QCoreApplication::quit(); }, "old"},
+        WayOut{"Escape", [](QWidget &sheet) { QTest::keyClick(sheet.focusWidget(), Qt::Key_Escape); }, nullptr},
+        WayOut{"Escape while saving waits for a picture",
+               [](QWidget &sheet) {
+                   pasteRubbish(sheet);
+                   QTest::keyClick(sheet.focusWidget(), Qt::Key_Return);
+                   QThreadPool::globalInstance()->waitForDone();
+                   QTest::keyClick(sheet.focusWidget(), Qt::Key_Escape);
+               },
+               nullptr},
+        WayOut{"closed by the window manager", [](QWidget &sheet) { sheet.close(); }, nullptr},
+        WayOut{"the program quits", [](QWidget &) { QCoreApplication::quit(); }, nullptr},
         WayOut{"the program quits while a file is chosen",
-               [](QWidget &sheet) { sheet.findChild<ImageWell *>()->choose(); }, "old"},
-        WayOut{"the program quits while a picture is refused", pasteRubbish, "old"},
-        WayOut{"the event loops end", [](QWidget &) { QCoreApplication::exit(); }, "old"}),
+               [](QWidget &sheet) { sheet.findChild<ImageWell *>()->choose(); }, nullptr},
+        WayOut{"the program quits while a picture is refused", pasteRubbish, nullptr},
+        WayOut{"the event loops end", [](QWidget &) { QCoreApplication::exit(); }, nullptr}),
     rowName<WayOut>);
+
+TEST_F(SheetTest, keepsADraftWhileTheUserWrites)
+{
+    QStringList drafts;
+    QTimer::singleShot(0, &stage, [&] {
+        QWidget *sheet = QApplication::activeModalWidget();
+        QTest::keyClick(sheet->focusWidget(), Qt::Key_X);
+        EXPECT_TRUE(drafts.isEmpty()) << "not with each key";
+        scheduler.advance(std::chrono::seconds(1));
+        QTest::keyClick(sheet->focusWidget(), Qt::Key_Backspace);
+        scheduler.advance(std::chrono::seconds(1));
+        sheet->close();
+    });
+    editors.editScript(QStringLiteral("y"), {}, {},
+                       {[](const QString &, const auto &) { ADD_FAILURE() << "neither saved nor discarded"; },
+                        [&](const auto &draft) { drafts.append(draft ? draft->text : QStringLiteral("none")); }});
+    EXPECT_EQ(drafts, QStringList({QStringLiteral("xy"), QStringLiteral("none"), QStringLiteral("none")}));
+}
 
 TEST_F(SheetTest, isReadableOnADarkDesktopAndNamedForScreenReaders)
 {
@@ -121,7 +158,8 @@ TEST_F(SheetTest, isReadableOnADarkDesktopAndNamedForScreenReaders)
         }
         sheet->close();
     });
-    editors.editScript({}, QStringLiteral("Apple Script - x"), {}, [](const QString &, const auto &) {});
+    editors.editScript(QString(), QStringLiteral("Apple Script - x"), {},
+                       {[](const QString &, const auto &) {}, [](const auto &) {}});
     QApplication::setPalette(usual);
 }
 

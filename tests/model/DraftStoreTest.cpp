@@ -1,5 +1,6 @@
 #include "model/DraftStore.h"
 
+#include "model/MenuItemArray.h"
 #include "platform/PropertyList.h"
 #include "support/MemoryDesktop.h"
 #include "support/RowName.h"
@@ -76,6 +77,150 @@ TEST_F(DraftStoreTest, keepsTextAndPictureOfEachEntryUntilItIsSettled)
     EXPECT_EQ(textOf(u"a"_s), u"none"_s);
     EXPECT_EQ(textOf(u"b"_s), u"other"_s);
     again.settle(u"b"_s, u"b"_s, {u"as it is"_s, {}, {}});
+    EXPECT_FALSE(QFile::exists(file));
+}
+
+/// Entries that are edited, renamed, removed and saved. The user's list holds three links, two of which are equal.
+struct DraftsOfEntries : DraftStoreTest {
+    DraftsOfEntries()
+    {
+        desktop.settings.setShowFinder(false);
+        QVariantList entries;
+        for (const QString &name : {u"Page"_s, u"Twin"_s, u"Twin"_s})
+            entries.append(QVariantMap{{u"class"_s, u"LinkMenuItem"_s}, {u"name"_s, name}, {u"url"_s, u"old"_s}});
+        EXPECT_TRUE(PropertyList::write(desktop.container.itemFile(), entries, PropertyList::Format::Binary));
+        items.refresh();
+    }
+    /// Edits the entry at \a index; returns the draft that the editor was opened with.
+    std::optional<Draft> edit(std::size_t index = 0)
+    {
+        std::optional<bool> saved;
+        items.objectAt(index)->startEditing(nullptr, [&] { saved = items.persist(); });
+        EXPECT_TRUE(saved) << "who waits for the end of editing is told of each";
+        isSaved = saved.value_or(false);
+        return desktop.editors.sessions.back().draft;
+    }
+    void closeWith(const std::optional<QString> &text, const std::optional<Image> &image = {})
+    {
+        desktop.editors.isClosed = true;
+        desktop.editors.newText = text;
+        desktop.editors.newImage = image;
+    }
+    void saveWith(const std::optional<QString> &text, const std::optional<Image> &image = {})
+    {
+        closeWith(text, image);
+        desktop.editors.isClosed = false;
+    }
+    /// While it lies there, the item file cannot be written.
+    void obstruct()
+    {
+        ASSERT_TRUE(QDir().rename(desktop.container.itemFile(), folder + u"/away"_s));
+        ASSERT_TRUE(QDir().mkdir(desktop.container.itemFile()));
+    }
+    void clear()
+    {
+        ASSERT_TRUE(QDir().rmdir(desktop.container.itemFile()));
+        ASSERT_TRUE(QDir().rename(folder + u"/away"_s, desktop.container.itemFile()));
+    }
+
+    MenuItemArray items{folder, desktop.defaults, desktop.settings, desktop.services};
+    const QString stored = u"LinkMenuItemPageold"_s;
+    bool isSaved = false;
+};
+
+TEST_F(DraftsOfEntries, areGoneOnWithUntilTheyAreSavedOrDiscarded)
+{
+    for (const bool discards : {true, false}) {
+        closeWith(u"half"_s, picture(8, Qt::red));
+        EXPECT_FALSE(edit());
+        EXPECT_EQ(items.objectAt(0)->identity(), stored) << "half a text takes no whole one's place";
+        EXPECT_EQ(textOf(stored), u"half"_s);
+        closeWith(u"more"_s, picture(8, Qt::red));
+        EXPECT_EQ(edit()->text, u"half"_s);
+        saveWith(discards ? std::nullopt : std::optional(u"new"_s));
+        const auto draft = edit();
+        EXPECT_TRUE(draft->text == u"more"_s && draft->picture);
+        EXPECT_FALSE(QFile::exists(file)) << discards;
+    }
+    EXPECT_EQ(items.objectAt(0)->identity(), u"LinkMenuItemPagenew"_s);
+    closeWith(u"x"_s);
+    EXPECT_FALSE(edit());
+    closeWith(std::nullopt);
+    edit();
+    EXPECT_FALSE(QFile::exists(file)) << "the stored text was typed again";
+}
+
+TEST_F(DraftsOfEntries, outliveASaveThatFails)
+{
+    for (const std::optional<QString> &text : {std::optional(u"new"_s), std::optional<QString>(u"old"_s)}) {
+        saveWith(text, picture(8, Qt::red));
+        obstruct();
+        edit();
+        EXPECT_FALSE(isSaved);
+        EXPECT_EQ(textOf(stored), *text) << "after a restart the entry is the old one";
+        EXPECT_TRUE(restarted().draftOf(stored)->picture);
+        clear();
+        items.refresh();
+        saveWith(std::nullopt);
+        EXPECT_EQ(edit()->text, *text);
+        EXPECT_FALSE(QFile::exists(file));
+    }
+
+    saveWith(u"new"_s);
+    obstruct();
+    edit();
+    closeWith(u"newer"_s);
+    EXPECT_FALSE(edit()) << "the entry in the ring is the new one";
+    EXPECT_EQ(textOf(stored), u"newer"_s);
+    closeWith(std::nullopt);
+    EXPECT_EQ(edit()->text, u"newer"_s);
+    EXPECT_EQ(textOf(stored), u"new"_s);
+    clear();
+    EXPECT_TRUE(items.persist());
+    EXPECT_FALSE(QFile::exists(file)) << "saved at last";
+}
+
+TEST_F(DraftsOfEntries, areNotTakenForSavedWithAnotherChangeOfTheList)
+{
+    saveWith(u"new"_s);
+    obstruct();
+    edit();
+    clear();
+    items.refresh();
+    EXPECT_TRUE(items.persist());
+    EXPECT_EQ(textOf(stored), u"new"_s);
+    saveWith(u"old"_s, picture(8, Qt::red));
+    obstruct();
+    edit();
+    clear();
+    items.refresh();
+    EXPECT_TRUE(items.persist());
+    EXPECT_TRUE(restarted().draftOf(stored)->picture) << "the stored entry has the old picture";
+}
+
+TEST_F(DraftsOfEntries, goAlongWithANewNameAndGoWithTheirEntry)
+{
+    closeWith(u"half"_s);
+    edit();
+    edit(1);
+    items.objectAt(0)->rename(u"Site"_s);
+    const QString renamed = u"LinkMenuItemSiteold"_s;
+    EXPECT_TRUE(textOf(stored) == u"half"_s && textOf(renamed) == u"half"_s) << "the item file has the old name still";
+    EXPECT_TRUE(items.persist());
+    EXPECT_TRUE(textOf(stored) == u"none"_s && textOf(renamed) == u"half"_s);
+
+    items.objectAt(0)->willBeRemoved();
+    items.removeObjectAt(0);
+    EXPECT_EQ(textOf(renamed), u"half"_s) << "it is in the item file still";
+    EXPECT_TRUE(items.persist());
+    EXPECT_EQ(textOf(renamed), u"none"_s);
+    items.objectAt(0)->willBeRemoved();
+    items.removeObjectAt(0);
+    EXPECT_TRUE(items.persist());
+    EXPECT_EQ(textOf(u"LinkMenuItemTwinold"_s), u"half"_s) << "an equal entry is left";
+    items.objectAt(0)->willBeRemoved();
+    items.removeObjectAt(0);
+    EXPECT_TRUE(items.persist());
     EXPECT_FALSE(QFile::exists(file));
 }
 

@@ -38,29 +38,37 @@ public:
         QString text;
         QString title; ///< of a script's editor
         Image image;
+        std::optional<Draft> draft;
     };
 
-    void editScript(const QString &script, const QString &title, const Image &image, FinishHandler handler) override
+    void editScript(const EditorText &script, const QString &title, const Image &image,
+                    const Handlers &handlers) override
     {
-        run({script, title, image}, handler);
+        run({script.stored, title, image, script.draft}, handlers);
     }
-    void editLink(const QString &urlString, const Image &image, FinishHandler handler) override
+    void editLink(const EditorText &urlString, const Image &image, const Handlers &handlers) override
     {
-        run({urlString, {}, image}, handler);
+        run({urlString.stored, {}, image, urlString.draft}, handlers);
     }
 
     std::vector<Session> sessions;  ///< what was edited
     std::optional<QString> newText; ///< nothing: the user discards
     std::optional<Image> newImage;
+    bool isClosed = false;           ///< the user closes the editor with the new text and image, or with none, unsaved
     std::function<void()> whileOpen; ///< what happens meanwhile; may be empty
 
 private:
-    void run(const Session &session, const FinishHandler &handler)
+    void run(const Session &session, const Handlers &handlers)
     {
         sessions.push_back(session);
         if (whileOpen)
             whileOpen();
-        handler(newText.value_or(session.text), newText ? newImage : std::nullopt);
+        if (!isClosed)
+            handlers.finish(newText.value_or(session.text), newText ? newImage : std::nullopt);
+        else if (newText)
+            handlers.keepDraft(Draft{*newText, newImage, QDateTime::currentDateTimeUtc()});
+        else
+            handlers.keepDraft(std::nullopt);
     }
 };
 
@@ -80,7 +88,8 @@ struct MemoryDesktop {
     MemoryFileLookup files{workspace};
     MemoryUserNotifications notifications;
     Notices notices{notifications};
-    ItemServices services{workspace, files, runningApplications, toolkit, imageCache, imageStore, editors, notices};
+    ItemServices services{workspace, files,  runningApplications, toolkit, imageCache, imageStore, drafts,
+                          editors,   notices};
 
     /// Makes a file that stands for an application bundle in the temporary folder and returns its path.
     [[nodiscard]] QString plantApplication(const QString &fileName) const

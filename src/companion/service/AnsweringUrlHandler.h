@@ -1,27 +1,28 @@
 #pragma once
 
 #include "platform/UrlHandler.h"
-
-#include <functional>
+#include "platform/desktop/ApplicationClient.h"
 
 namespace Orbita {
 
-/// Sends addresses only while somebody is there to take them: an answer must not start the program that it is for,
-/// since nobody there waits for it any more.
+class OrbitaPresence;
+
+/// Sends addresses to Orbita while it runs: an answer must not start the program that it is for, since nobody there
+/// waits for it any more. Where Orbita goes away meanwhile, they are lost.
 class AnsweringUrlHandler final : public UrlHandler {
 public:
-    /// \a urls carries the addresses and outlives the handler. \a isRecipientRunning is asked each time.
-    AnsweringUrlHandler(UrlHandler &urls, std::function<bool()> isRecipientRunning);
+    /// \a orbita and \a scheduler outlive the handler.
+    AnsweringUrlHandler(const QDBusConnection &bus, const OrbitaPresence &orbita, Scheduler &scheduler);
 
-    /// Whether the recipient runs, and its addresses of \a scheme are handled.
+    /// Whether \a scheme is Orbita's, and Orbita runs.
     [[nodiscard]] bool isSchemeHandled(const QString &scheme) const override;
-    /// What nobody takes is logged, without its content.
+    /// What nobody takes is logged, without its content. The bare scheme, which would only start Orbita, is not sent.
     void openUrl(const QString &url) override;
-    void flush() override { m_urls.flush(); }
+    void flush() override { m_client.flush(); }
 
 private:
-    UrlHandler &m_urls;
-    std::function<bool()> m_isRecipientRunning;
+    const OrbitaPresence &m_orbita;
+    ApplicationClient m_client;
 };
 
 } // namespace Orbita

@@ -12,8 +12,6 @@
 #include "platform/desktop/DesktopApplication.h"
 #include "platform/desktop/EndSignals.h"
 #include "platform/desktop/FreedesktopNotifications.h"
-#include "platform/desktop/GioUrlHandler.h"
-#include "platform/desktop/StartupNotifier.h"
 #include "toolkit/VXSchemeCommunicationCenter.h"
 
 #include <QCommandLineParser>
@@ -86,8 +84,7 @@ struct Companion {
     QDBusConnection bus = QDBusConnection::sessionBus();
     EndSignals signals;
     TimerScheduler scheduler;
-    GioUrlHandler urls{bus, scheduler, std::make_unique<NoStartupNotifier>(), {orbitaNames}};
-    AnsweringUrlHandler answers{urls, [this] { return orbita.isRunning(); }};
+    AnsweringUrlHandler answers{bus, orbita, scheduler};
     VXSchemeCommunicationCenter center{answers, scheduler};
     FreedesktopNotifications notifications;
     ProcessScriptRunner runner{scriptProgram(), notifications};

@@ -47,8 +47,8 @@ bool isNobodyThere(const QDBusError &error)
 
 } // namespace
 
-ApplicationClient::ApplicationClient(QDBusConnection bus, QString name, Scheduler &scheduler)
-    : m_bus(std::move(bus)), m_name(std::move(name)), m_scheduler(scheduler)
+ApplicationClient::ApplicationClient(QDBusConnection bus, QString name, Scheduler &scheduler, Starts starts)
+    : m_bus(std::move(bus)), m_name(std::move(name)), m_scheduler(scheduler), m_starts(starts)
 {
     // From the beginning, so that no program that comes can be missed.
     auto *watcher = new QDBusServiceWatcher(m_name, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
@@ -85,6 +85,13 @@ void ApplicationClient::call()
     });
 }
 
+QDBusMessage ApplicationClient::callOf(const QString &path, const QString &interface, const QString &method) const
+{
+    auto message = QDBusMessage::createMethodCall(m_name, path, interface, method);
+    message.setAutoStartService(m_starts == Starts::Yes);
+    return message;
+}
+
 QDBusPendingCall ApplicationClient::send(const QStringList &urls)
 {
     QVariantMap platformData;
@@ -92,9 +99,8 @@ QDBusPendingCall ApplicationClient::send(const QStringList &urls)
         platformData.insert(QStringLiteral("desktop-startup-id"), QString::fromUtf8(m_token));
         platformData.insert(QStringLiteral("activation-token"), QString::fromUtf8(m_token));
     }
-    auto request
-        = QDBusMessage::createMethodCall(m_name, DesktopApplication::objectPath(m_name),
-                                         QStringLiteral("org.freedesktop.Application"), QStringLiteral("Open"));
+    auto request = callOf(DesktopApplication::objectPath(m_name), QStringLiteral("org.freedesktop.Application"),
+                          QStringLiteral("Open"));
     request << urls << platformData;
     return m_bus.asyncCall(request, noTimeout);
 }
@@ -112,8 +118,7 @@ void ApplicationClient::flush()
     }
     // The bus keeps the order, also of what waits for a program to start, but drops what its sender does not live to
     // see handed over. An answer to this tells that all before it has been.
-    m_bus.call(QDBusMessage::createMethodCall(m_name, QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"),
-                                              QStringLiteral("Ping")),
+    m_bus.call(callOf(QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping")),
                QDBus::Block, int(std::chrono::milliseconds(farewell).count()));
 }
 
@@ -142,13 +147,15 @@ void ApplicationClient::take(const QDBusPendingCall &answer)
 
 void ApplicationClient::startProgram()
 {
+    if (m_starts == Starts::No)
+        return giveUp(QStringLiteral("it does not run"));
     if (std::exchange(m_wasStarted, true))
         return giveUp(QStringLiteral("it ended at once"));
     m_state = State::Starting;
     if (!m_start())
         return giveUp(QStringLiteral("it cannot be started"));
-    m_scheduler.after(patience, *this, [this, start = ++m_starts] {
-        if (m_state == State::Starting && start == m_starts)
+    m_scheduler.after(patience, *this, [this, start = ++m_startCount] {
+        if (m_state == State::Starting && start == m_startCount)
             giveUp(QStringLiteral("it did not come"));
     });
 }

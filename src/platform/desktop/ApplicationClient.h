@@ -9,6 +9,7 @@
 #include <functional>
 
 class QDBusError;
+class QDBusMessage;
 class QDBusPendingCall;
 
 namespace Orbita {
@@ -23,6 +24,9 @@ public:
     /// Starts the program without an address. Says why when it cannot, and answers false then.
     using Starter = std::function<bool()>;
 
+    /// Whether a program that does not run is started: by the bus, or, where that does not know how, by a Starter.
+    enum class Starts { No, Yes };
+
     /// How long a program that was started may take until it has its name.
     static constexpr std::chrono::seconds patience{30};
     /// How long flush() may wait.
@@ -31,11 +35,11 @@ public:
     static constexpr qsizetype maximumWaiting = 64 * 1024 * 1024;
 
     /// \a name is the program's bus name; \a scheduler outlives the client.
-    ApplicationClient(QDBusConnection bus, QString name, Scheduler &scheduler);
+    ApplicationClient(QDBusConnection bus, QString name, Scheduler &scheduler, Starts starts);
 
     /// Has the program open \a url, behind those that still wait. Where the bus does not know how to start the program,
     /// \a start does, and the addresses follow when it has come. \a token lets its window come to the front.
-    void open(const QString &url, const QByteArray &token, Starter start);
+    void open(const QString &url, const QByteArray &token = {}, Starter start = {});
     /// Sends what waits for the answer to an earlier call, and waits until the program has been handed all of it: what
     /// is meant for a program that the bus is still starting would be lost if this one ended before.
     void flush();
@@ -44,6 +48,7 @@ private:
     enum class State { Idle, Calling, Starting };
 
     void call();
+    [[nodiscard]] QDBusMessage callOf(const QString &path, const QString &interface, const QString &method) const;
     QDBusPendingCall send(const QStringList &urls);
     void take(const QDBusPendingCall &answer);
     void remove(qsizetype first, qsizetype count);
@@ -53,8 +58,9 @@ private:
     QDBusConnection m_bus;
     QString m_name;
     Scheduler &m_scheduler;
+    Starts m_starts;
     State m_state = State::Idle;
-    int m_starts = 0;          ///< tells the wait for one start from those before
+    int m_startCount = 0;      ///< tells the wait for one start from those before
     bool m_wasStarted = false; ///< and has not taken a call since
     QQueue<QString> m_waiting;
     qsizetype m_waitingBytes = 0;

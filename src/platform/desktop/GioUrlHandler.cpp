@@ -144,7 +144,7 @@ ApplicationClient &GioUrlHandler::client(const QString &busName)
 {
     auto &client = m_clients[busName];
     if (!client)
-        client = std::make_unique<ApplicationClient>(m_bus, busName, m_scheduler);
+        client = std::make_unique<ApplicationClient>(m_bus, busName, m_scheduler, ApplicationClient::Starts::Yes);
     return *client;
 }
 

@@ -27,11 +27,6 @@ class ToolkitProgram : public testing::Test {
 protected:
     ToolkitProgram()
     {
-        session.folders().installApplication(u"org.orbita.Orbita"_s,
-                                             "[Desktop Entry]\nType=Application\nName=Orbita\nExec=true %U\n"
-                                             "DBusActivatable=true\nMimeType=x-scheme-handler/orbita-com;\n");
-        session.folders().write(session.folders().configuration() + u"/mimeapps.list"_s,
-                                "[Default Applications]\nx-scheme-handler/orbita-com=org.orbita.Orbita.desktop\n");
         QObject::connect(&orbita, &DesktopApplication::opened, &orbita,
                          [this](const QStringList &urls) { got += urls; });
     }

@@ -1,5 +1,6 @@
 #include "PrivateSession.h"
 
+#include "platform/desktop/ApplicationClient.h"
 #include "platform/desktop/DefaultApplications.h"
 #include "platform/desktop/DesktopApplication.h"
 #include "platform/desktop/GioUrlHandler.h"
@@ -188,6 +189,22 @@ TEST_F(UrlHandlerTest, TheCommandLineCarriesWhatTheBusCannot)
         EXPECT_FALSE(probe.wasStarted());
     }
     EXPECT_TRUE(unasked.opened.isEmpty());
+}
+
+TEST_F(UrlHandlerTest, AClientThatStartsNothingReachesOnlyWhatRuns)
+{
+    setService("[D-BUS Service]\nName=org.example.Url-Test\nExec=\"" + QFile::encodeName(probe.program()) + "\"\n");
+    ApplicationClient client(QDBusConnection::sessionBus(), u"org.example.Url-Test"_s, scheduler,
+                             ApplicationClient::Starts::No);
+    client.open(addresses[0]);
+    client.flush();
+    EXPECT_FALSE(probe.wasStarted());
+    const Recipient recipient;
+    EXPECT_TRUE(eventually([&] {
+        client.open(addresses[1]);
+        return !recipient.opened.isEmpty();
+    }));
+    EXPECT_EQ(recipient.opened.first(), addresses[1]);
 }
 
 TEST_F(UrlHandlerTest, AnOwnProgramIsReachedByItsNamesWhoeverClaimsItsScheme)

@@ -36,12 +36,6 @@ QDBusMessage questionForProperties(const QString &sessionPath)
     return question(sessionPath, propertiesInterface, u"GetAll"_s, sessionInterface);
 }
 
-/// Not that of a service manager or a greeter.
-bool isOfUser(const QVariantMap &session)
-{
-    return session.value(u"Class"_s).toString().startsWith("user"_L1);
-}
-
 /// The path of the session that the property "Display" of a user names; empty when it names none.
 QString pathOfDisplay(const QDBusPendingReply<QDBusVariant> &answer)
 {
@@ -61,6 +55,14 @@ bool truth(const QVariantMap &properties, const QString &name, bool otherwise)
 {
     const QVariant value = properties.value(name);
     return value.metaType() == QMetaType::fromType<bool>() ? value.toBool() : otherwise;
+}
+
+/// Whether a user may sit before \a session: it is not that of a service manager or a greeter, not one over a network,
+/// and has not ended with programs left over, as a terminal that outlives its windows leaves them.
+bool isOfUser(const QVariantMap &session)
+{
+    return session.value(u"Class"_s).toString().startsWith("user"_L1)
+        && session.value(u"State"_s).toString() != "closing"_L1 && !truth(session, u"Remote"_s, false);
 }
 
 } // namespace

@@ -8,7 +8,7 @@ class QSocketNotifier;
 
 namespace Orbita {
 
-/// Turns the signals SIGTERM and SIGINT into one of the event loop. At most one object exists.
+/// Turns the signals SIGTERM, SIGINT and SIGHUP into one of the event loop. At most one object exists.
 class EndSignals final : public QObject {
     Q_OBJECT
 public:

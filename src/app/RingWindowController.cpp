@@ -111,8 +111,13 @@ void RingWindowController::editItem(const MenuItem::Pointer &item)
     item->startEditing(m_ringView, [this] {
         persistItems();
         reloadRing();
+        const bool isUsable = m_services.session.isUsable();
+        m_isShowDue = m_isShowDue && isUsable;
         setCanClose(true);
-        m_services.ring.stage.present(*m_window.windowHandle());
+        if (isUsable)
+            m_services.ring.stage.present(*m_window.windowHandle());
+        else // the session was locked meanwhile
+            hideWindow(ReactivatePrevious::No, ForceHide::Yes);
     });
 }
 

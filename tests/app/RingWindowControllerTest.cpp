@@ -149,6 +149,19 @@ TEST_F(RingWindowControllerTest, keepsAnEntryWhileItIsEdited)
     EXPECT_TRUE(desktop.notifications.notifications[0].text.contains(desktop.container.itemFile()));
 }
 
+TEST_F(RingWindowControllerTest, doesNotComeForwardWhenAnEditorEndsBehindALocker)
+{
+    desktop.settings.setShowFinder(false);
+    store({QVariantMap{{u"class"_s, u"LinkMenuItem"_s}, {u"name"_s, u"Page"_s}, {u"url"_s, u"https://old"_s}}});
+    show();
+    desktop.view().rightClickItem({0, 0});
+    desktop.editors.whileOpen = [this] { desktop.session.setState(SessionState::State::Locked); };
+    qobject_cast<QMenu *>(QApplication::activePopupWidget())->actions().first()->trigger();
+    desktop.settle();
+    EXPECT_EQ(desktop.stage.presented, 1);
+    EXPECT_FALSE(desktop.window.isVisible());
+}
+
 TEST_F(RingWindowControllerTest, goesAtOnceWhereNothingCanFade)
 {
     show();

@@ -131,10 +131,10 @@ void ItemEditorViewController::saveWithoutPicture()
 {
     m_isSaveDue = false;
     m_imageView->stopReading();
-    Dialogs &dialogs = m_dialogs; // saving may be the end of the editor
-    saveClicked();
-    dialogs.runAlert(
+    // Before saving, which is the end of the editor and lets the ring go.
+    m_dialogs.runAlert(
         {QStringLiteral("The picture could not be read in time, so the old one stays."), {}, {QStringLiteral("OK")}});
+    saveClicked();
 }
 
 void ItemEditorViewController::stopReading()

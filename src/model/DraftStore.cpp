@@ -19,6 +19,12 @@ DraftStore::DraftStore(const QString &folder) : m_filePath(folder + QStringLiter
     load();
 }
 
+DraftStore::~DraftStore()
+{
+    if (!m_isFileWritten)
+        save();
+}
+
 void DraftStore::load()
 {
     const auto root = PropertyList::read(m_filePath);
@@ -64,9 +70,12 @@ void DraftStore::keep(const QString &identity, const Draft &draft)
 {
     const QByteArray entry = identityDigest(identity);
     const auto found = find(entry);
-    if (found != m_drafts.end() && found->text == draft.text && found->image == draft.picture)
+    const bool isKept = found != m_drafts.end() && found->text == draft.text && found->image == draft.picture;
+    if (isKept && m_isFileWritten)
         return;
-    if (put(entry, entry, draft, Ends::Never))
+    if (isKept) // the disk may have room by now
+        save();
+    else if (put(entry, entry, draft, Ends::Never))
         save();
 }
 

@@ -24,11 +24,15 @@ public:
 
     /// Keeps its file in \a folder and reads it.
     explicit DraftStore(const QString &folder);
+    /// Tries once more to write what could not be written.
+    ~DraftStore();
+    DraftStore(const DraftStore &) = delete;
+    DraftStore &operator=(const DraftStore &) = delete;
 
     /// The draft of the entry \a identity; nothing where there is none.
     [[nodiscard]] std::optional<Draft> draftOf(const QString &identity) const;
     /// Keeps \a draft as that of the entry \a identity, in place of an older one, and writes the file. Nothing happens
-    /// when it is kept already. One that is larger than maximumSize is not kept, which is logged.
+    /// when it is kept and written already. One that is larger than maximumSize is not kept, which is logged.
     void keep(const QString &identity, const Draft &draft);
     /// The user wants what the entry \a before holds by now, under the identity \a now: \a content, its picture given
     /// where it is another one than before. The entry's draft is gone once entriesWereSaved() says so, or at once where

@@ -4,8 +4,10 @@
 #include "model/ImageStore.h"
 #include "model/ItemServices.h"
 #include "model/Log.h"
+#include "model/Notices.h"
 #include "model/StoredText.h"
 
+#include <QCoreApplication>
 #include <QRandomGenerator>
 
 #include <utility>
@@ -38,20 +40,21 @@ Image PicturedMenuItem::image() const
     return m_image;
 }
 
-void PicturedMenuItem::setImage(const Image &image)
+bool PicturedMenuItem::setImage(const Image &image)
 {
     // The old picture goes only when there is a new one: the file that it comes from may be damaged or gone by now, and
     // the disk may be full.
     const QImage pixels = image.render({ImageStore::maximumSide, ImageStore::maximumSide});
     if (pixels.isNull()) {
         qCWarning(lcModel, "The new picture of \"%s\" cannot be read.", qUtf8Printable(forLog(m_name)));
-        return;
+        return false;
     }
     const QString key = QString::number(QRandomGenerator::global()->generate());
     if (!m_services.imageStore.storeImage(Image::fromPixels(pixels), key))
-        return;
+        return false;
     m_services.imageStore.discardImageForKey(std::exchange(m_imageKey, key));
     m_image = {};
+    return true;
 }
 
 void PicturedMenuItem::willBeRemoved()
@@ -78,6 +81,15 @@ void PicturedMenuItem::settleDraft(const QString &before, const std::optional<Im
     m_services.drafts.settle(before, identity(), {m_text, newPicture, QDateTime::currentDateTimeUtc()});
 }
 
+void PicturedMenuItem::keepPicture(const Image &picture) const
+{
+    m_services.drafts.keep(identity(), {m_text, picture, QDateTime::currentDateTimeUtc()});
+    m_services.notices.tell(
+        QCoreApplication::translate("PicturedMenuItem", "The picture of “%1” could not be saved").arg(m_name),
+        QCoreApplication::translate("PicturedMenuItem",
+                                    "The disk may be full. Edit the entry again to save the picture."));
+}
+
 void PicturedMenuItem::startEditing(QWidget *, const std::function<void()> &completion)
 {
     // The list that holds this item may be loaded anew while the editor is open.
@@ -93,9 +105,10 @@ void PicturedMenuItem::startEditing(QWidget *, const std::function<void()> &comp
     const auto finish = [&](const QString &text, const std::optional<Image> &image) {
         isFinished = true;
         m_text = text;
-        if (image)
-            setImage(*image);
-        settleDraft(before, image);
+        const bool isPictureTaken = !image || setImage(*image);
+        settleDraft(before, isPictureTaken ? image : std::nullopt);
+        if (!isPictureTaken)
+            keepPicture(*image);
         complete();
     };
     const auto keepDraft = [&](const std::optional<Draft> &draft) {

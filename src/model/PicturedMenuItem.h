@@ -16,8 +16,8 @@ public:
     /// The picture of the user's choice, else the bundled one of the kind.
     [[nodiscard]] Image image() const override;
     /// Replaces the stored picture and its key; the old picture goes when the entries are saved. A picture that cannot
-    /// be read or stored changes nothing and is logged.
-    void setImage(const Image &image);
+    /// be read or stored changes nothing and is logged; false then.
+    bool setImage(const Image &image);
     [[nodiscard]] const QString &imageKey() const { return m_imageKey; }
     /// Has the stored picture, and what was edited and not saved, removed once the entries are saved.
     void willBeRemoved() override;
@@ -53,6 +53,9 @@ private:
     [[nodiscard]] std::optional<Draft> draft() const;
     /// Nothing is to be kept beside what this item, whose identity was \a before, holds by now.
     void settleDraft(const QString &before, const std::optional<Image> &newPicture) const;
+
+    /// Keeps \a picture, which could not be stored, for the next time that this item is edited, and tells the user.
+    void keepPicture(const Image &picture) const;
 
     const Kind &m_kind;
     QString m_name;

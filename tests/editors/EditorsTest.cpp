@@ -205,6 +205,7 @@ TEST_F(EditorsTest, aDraftIsWhatDiffersFromTheStoredItem)
 
 TEST_F(EditorsTest, goOnWithADraftAndSaySo)
 {
+    QLocale::setDefault(QLocale::c());
     const Image picture = Image::named(QStringLiteral("Finder"));
     const QDateTime now = QDateTime::currentDateTimeUtc();
     const auto words
@@ -226,6 +227,7 @@ TEST_F(EditorsTest, goOnWithADraftAndSaySo)
     EXPECT_TRUE(words(script).contains(QLocale().toString(now.addDays(-2).toLocalTime().date(), QLocale::ShortFormat)));
     press(Qt::Key_Delete);
     EXPECT_FALSE(script.draft()) << "the stored script was typed again";
+    QLocale::setDefault(QLocale::system());
 }
 
 TEST_F(EditorsTest, isSavedInThePausesAndAtTheLatestAfterTenSeconds)

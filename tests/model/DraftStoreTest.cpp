@@ -54,6 +54,24 @@ struct DraftStoreTest : testing::Test {
     }
 };
 
+TEST_F(DraftStoreTest, triesAgainToWriteWhatCouldNotBeWritten)
+{
+    const Draft draft{u"half"_s, {}, yesterday};
+    for (const bool isKeptAgain : {true, false}) {
+        {
+            DraftStore store(folder);
+            ASSERT_TRUE(QDir().mkpath(file)) << "nothing can be written there";
+            store.keep(u"a"_s, draft);
+            ASSERT_TRUE(QDir().rmdir(file));
+            if (isKeptAgain)
+                store.keep(u"a"_s, draft);
+            EXPECT_EQ(textOf(u"a"_s), isKeptAgain ? u"half"_s : u"none"_s);
+        }
+        EXPECT_EQ(textOf(u"a"_s), u"half"_s);
+        ASSERT_TRUE(QFile::remove(file));
+    }
+}
+
 TEST_F(DraftStoreTest, keepsTextAndPictureOfEachEntryUntilItIsSettled)
 {
     const QString odd = u"log 1\n\"\xD800"_s + QChar(u'\0') + u'é';

@@ -89,7 +89,12 @@ TEST_F(LinkAndScriptTest, keepTheirPicturesUntilTheEntriesThatNameThemNoMoreAreS
     const QString store = desktop.container.directories().container + u"/ImageStore"_s;
     ASSERT_TRUE(QDir().rename(store, store + u".away"_s));
     desktop.container.write(u"data/ImageStore"_s, "no folder");
-    link->setImage(picture);
+    EXPECT_FALSE(link->setImage(picture));
+    desktop.editors.newText = u"https://a.org/new"_s;
+    desktop.editors.newImage = picture;
+    link->startEditing(nullptr, {});
+    EXPECT_EQ(desktop.notifications.notifications.size(), 1);
+    EXPECT_TRUE(desktop.drafts.draftOf(link->identity())->picture) << "there to be saved another time";
     ASSERT_TRUE(QFile::remove(store) && QDir().rename(store + u".away"_s, store));
     EXPECT_EQ(storedPictures(), both) << "the old picture stays";
     EXPECT_TRUE(both.contains(link->imageKey() + u".tif"_s));

@@ -175,6 +175,7 @@ TEST(Entries, scriptIsWrittenInASheetAboveTheRing)
     waitUntil([&] { return !session.windows().find([](const WindowInfo &one) { return one.overrideRedirect; }); },
               u"no title floats above the sheet"_s);
     // Whoever has minimised it gets it back by asking for the ring.
+    session.windows().waitUntilHandled(sheet.id); // or its request for the keyboard may come later and bring it back
     session.windows().iconify(sheet.id);
     waitUntil([&] { return !session.windows().info(sheet.id)->viewable; }, u"the editor is minimised"_s);
     session.orbita(u"show"_s);
